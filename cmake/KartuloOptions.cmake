@@ -1,0 +1,20 @@
+# One place for warnings and defines; every target of the project links it.
+add_library(kartulo_options INTERFACE)
+target_compile_options(kartulo_options INTERFACE -Wall -Wextra)
+if(KARTULO_WERROR)
+  target_compile_options(kartulo_options INTERFACE -Werror)
+endif()
+target_compile_definitions(kartulo_options INTERFACE
+  QT_USE_QSTRINGBUILDER
+  QT_DISABLE_DEPRECATED_BEFORE=0x050F00
+  QT_NO_CAST_FROM_BYTEARRAY)
+
+# Adds a QtTest executable to CTest; every test runs on the offscreen platform.
+function(kartulo_add_test name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE kartulo_testhelpers kartulo_options)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false"
+    TIMEOUT 300)
+endfunction()

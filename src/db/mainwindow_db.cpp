@@ -1,0 +1,170 @@
+// Opening, restoring and resetting the protocol database.
+
+#include "app/mainwindow.h"
+
+#include "help/helpwidget.h"
+#include "standings/spielmodus.h"
+#include "ui_mainwindow.h"
+
+#include <QActionGroup>
+#include <QLabel>
+#include <QMessageBox>
+#include <QSqlTableModel>
+#include <QStandardItemModel>
+
+void MainWindow::datenbankOeffnen()
+{
+    datenbank = std::make_unique<ProtokollDatenbank>(datenVerzeichnis);
+    switch (datenbank->oeffnen()) {
+    case ProtokollDatenbank::Zustand::Unbenutzbar:
+    case ProtokollDatenbank::Zustand::Fremd:
+        // The file is left alone; the window goes on without a protocol.
+        QMessageBox::warning(this, QStringLiteral("WARNUNG"),
+                             QStringLiteral("Die Datenbank\n%1\nkann nicht benutzt werden.\n%2")
+                                 .arg(datenbank->dateiName(), datenbank->fehler()));
+        anfangszustandZeigen();
+        return;
+    case ProtokollDatenbank::Zustand::Neu:
+        teilnehmerModellEinrichten();
+        aktuellesSpiel = SpielEintrag();
+        anfangszustandZeigen();
+        return;
+    case ProtokollDatenbank::Zustand::OhneSpieler:
+        teilnehmerModellEinrichten();
+        anfangszustandZeigen();
+        return;
+    case ProtokollDatenbank::Zustand::Gespeichert:
+        teilnehmerModellEinrichten();
+        protokollWiederherstellen();
+        return;
+    }
+}
+
+void MainWindow::teilnehmerModellEinrichten()
+{
+    delete teilnehmerModel;
+    teilnehmerModel = new QSqlTableModel(this, datenbank->verbindung());
+    teilnehmerModel->setTable(QStringLiteral("Teilnehmer"));
+    teilnehmerModel->setEditStrategy(QSqlTableModel::OnManualSubmit);
+    teilnehmerModel->select();
+    const QStringList koepfe{QStringLiteral("MtgldNr"), QStringLiteral("Spielername"),
+                             QStringLiteral("Mitglied"), QStringLiteral("Preisskat")};
+    for (int spalte = 0; spalte < koepfe.size(); ++spalte)
+        teilnehmerModel->setHeaderData(spalte, Qt::Horizontal, koepfe.at(spalte));
+    ui->tblViewSpieler->setModel(teilnehmerModel);
+}
+
+void MainWindow::anfangszustandZeigen()
+{
+    ui->tabWidget->setCurrentWidget(ui->tabBeschreibung);
+    helpWidget->zeigeSeite(QStringLiteral("Kurzanleitung"));
+    for (int index = 1; index <= 3; ++index)
+        ui->tabWidget->setTabEnabled(index, false);
+}
+
+void MainWindow::protokollWiederherstellen()
+{
+    const int teilnehmer = teilnehmerModel->rowCount();
+    if (teilnehmer == 3 || teilnehmer == 4)
+        setzeListenTyp(teilnehmer);
+    kopfLesen();
+    uebersichtFuellen();
+    setzeLaufzustand(true);
+    lblModus->setText(Spielmodus::wiederherstellungsText(modus, bierlachsMaxPunkte));
+    ui->cmbBierlachs->setVisible(modus == Spielmodus::Bierlachs);
+    const QList<QAction *> modusAktionen = modusGruppe->actions();
+    if (modus >= 0 && modus < modusAktionen.size())
+        modusAktionen.at(modus)->setChecked(true);
+    if (ui->spbTischNr->value() != 0)
+        lblListe->setText(QStringLiteral("Erstliste Tisch %1").arg(ui->spbTischNr->value()));
+}
+
+void MainWindow::setzeListenTyp(int spieler)
+{
+    listenTyp = spieler;
+    const bool vierSpieler = spieler == 4;
+    ui->tblViewUebersicht->setColumnHidden(SpielEintrag::Spieler4, !vierSpieler);
+    ui->tbSpieler4->setVisible(vierSpieler);
+    ui->lePunkte4->setVisible(vierSpieler);
+    ui->tb3erListe->setChecked(!vierSpieler);
+    ui->tb4erListe->setChecked(vierSpieler);
+}
+
+void MainWindow::uebersichtFuellen()
+{
+    uebersichtModel->removeRows(0, uebersichtModel->rowCount());
+    for (const SpielEintrag &eintrag : datenbank->spiele()) {
+        QList<QStandardItem *> zeile;
+        for (int spalte = 0; spalte < SpielEintrag::AnzahlSpalten; ++spalte)
+            zeile << new QStandardItem(QStringLiteral("%1").arg(eintrag.wert(spalte)));
+        uebersichtModel->appendRow(zeile);
+    }
+}
+
+void MainWindow::kopfLesen()
+{
+    const std::optional<ListenKopf> kopf = datenbank->kopfLesen();
+    if (!kopf)
+        return;
+    ui->spbTischNr->setValue(kopf->tischNr);
+    ui->spbSerie->setValue(kopf->serie);
+    ui->spbSpielAnzahl->setValue(kopf->anzahlSpiele);
+    bierlachsMaxPunkte = kopf->blPunkte;
+    ui->deDatum->setDate(kopf->datum);
+    modus = kopf->modus;
+    gruppenId = kopf->gruppe;
+    if (ui->cmbGruppenId->findText(gruppenId, Qt::MatchFixedString) < 0) {
+        ui->cmbGruppenId->addItem(gruppenId);
+        ui->cmbGruppenId->setCurrentIndex(ui->cmbGruppenId->count() - 1);
+        ui->cmbGruppenId->setEnabled(false);
+    }
+    // Once a header is stored the planned number of games is fixed.
+    ui->spbSpielAnzahl->setEnabled(false);
+}
+
+void MainWindow::kopfSchreiben()
+{
+    ListenKopf kopf;
+    kopf.tischNr = ui->spbTischNr->value();
+    kopf.serie = ui->spbSerie->value();
+    kopf.anzahlSpiele = ui->spbSpielAnzahl->value();
+    kopf.modus = modus;
+    kopf.blPunkte = bierlachsMaxPunkte;
+    kopf.datum = ui->deDatum->date();
+    kopf.gruppe = gruppenId;
+    datenbank->kopfSchreiben(kopf);
+}
+
+void MainWindow::setzeLaufzustand(bool laufend)
+{
+    if (laufend)
+        ui->tblViewSpieler->clearSelection();
+    for (QWidget *feld :
+         {static_cast<QWidget *>(ui->pbUp), static_cast<QWidget *>(ui->pbDown),
+          static_cast<QWidget *>(ui->spbSerie), static_cast<QWidget *>(ui->spbTischNr),
+          static_cast<QWidget *>(ui->spbSpielAnzahl), static_cast<QWidget *>(ui->pbStartSpiel)})
+        feld->setEnabled(!laufend);
+    for (int index = 1; index <= 3; ++index)
+        ui->tabWidget->setTabEnabled(index, laufend);
+    ui->gbSpielTyp->setEnabled(laufend);
+    ui->gbMatadore->setEnabled(laufend);
+    ui->gbZusatz->setEnabled(laufend);
+    ui->gbErgebnis->setEnabled(laufend);
+    ui->gbAlleinspieler->setEnabled(laufend);
+    ui->pbFertig->setEnabled(laufend);
+    serieLaeuft = laufend;
+}
+
+void MainWindow::onDeleteDatabase()
+{
+    if (QMessageBox::question(this, QStringLiteral("FRAGE"),
+                              QStringLiteral("Datenbank zuruecksetzen?"),
+                              QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+        return;
+    // The model holds a handle on the connection, which is about to go.
+    delete teilnehmerModel;
+    teilnehmerModel = nullptr;
+    datenbank->zuruecksetzen();
+    uebersichtModel->removeRows(0, uebersichtModel->rowCount());
+    datenbankOeffnen();
+}

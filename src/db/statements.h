@@ -1,0 +1,45 @@
+#pragma once
+
+// The statement texts that more than one module issues. They are kept
+// character for character as the tables were first created (mixed case,
+// missing blanks and all), so every copy of kartulo.db in the club matches.
+
+#include <QString>
+
+namespace Sql {
+
+inline constexpr char CreateSpielListe[] =
+    "create table SpielListe (Zeile int, Spiel int, Mit int, Ohne int, Hand boolean, Schneider "
+    "boolean,AngSchneider boolean, Schwarz boolean, AngSchwarz boolean, Offen boolean, Gewonnen "
+    "int, Verloren int, Spieler1 int, Spieler2 int,Spieler3 int, Spieler4 int, Eingepasst "
+    "boolean, Reizung int)";
+
+inline constexpr char CreateTeilnehmer[] = "CREATE TABLE Teilnehmer (MgldNr int NOT NULL, Name "
+                                           "varchar(40) NOT NULL, Mitglied boolean, Preisskat "
+                                           "boolean)";
+
+inline constexpr char CreateSettings[] =
+    "CREATE TABLE Settings (Zeile int, TischNr int, Serie int, AnzahlSpiele int, Modus int, "
+    "BlPunkte int, Datum DATE, Gruppe varchar(20))";
+
+inline constexpr char CreateSpieler[] = "CREATE TABLE Spieler (MgldNr int NOT NULL, Name "
+                                        "varchar(40) NOT NULL, Mitglied boolean, Preisskat "
+                                        "boolean)";
+
+// Followed directly, without a blank, by the VALUES part.
+inline constexpr char InsertSpielListePrefix[] =
+    "insert into SpielListe (Zeile, Spiel, Mit, Ohne, Hand, Schneider, AngSchneider, Schwarz, "
+    "AngSchwarz, Offen, Gewonnen, Verloren, Spieler1, Spieler2, Spieler3, Spieler4, Eingepasst, "
+    "Reizung)";
+
+inline constexpr char InsertSpielListeValues[] =
+    "VALUES (%1, %2, %3, %4, %5, %6, %7, %8, %9, %10, %11, %12, %13, %14, %15, %16, %17, %18)";
+
+// Text pasted between single quotes into a statement; a quote in a name
+// would otherwise end the literal and the statement would fail.
+inline QString quoted(QString text)
+{
+    return text.replace(QLatin1Char('\''), QLatin1String("''"));
+}
+
+} // namespace Sql

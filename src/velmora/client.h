@@ -1,0 +1,46 @@
+#pragma once
+
+// The LAN endpoint every table instance joins the club network with. All
+// messages are broadcast to every other participant; addressing happens
+// inside the message text. Participant ids have the form "name@rest".
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <tuple>
+
+class Client : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Client(const QString &programName, QObject *parent = nullptr);
+
+    QString programName() const { return m_programName; }
+
+    // Delivers the text to every other participant.
+    void sendMessage(const QString &message);
+
+signals:
+    void newParticipant(const QString &participantId);
+    void newMessage(const QString &participantId, const QString &message);
+    void participantLeft(const QString &participantId);
+
+private:
+    QString m_programName;
+};
+
+namespace Kartulo {
+
+// One game row without its row number, in table column order: Spiel, Mit,
+// Ohne, Hand, Schneider, AngSchneider, Schwarz, AngSchwarz, Offen, Gewonnen,
+// Verloren, Spieler1..Spieler4, Eingepasst, Reizung.
+using SpielTupel = std::tuple<int, int, int, bool, bool, bool, bool, bool, bool, int, int, int, int,
+                              int, int, bool, int>;
+
+// The seventeen payload items of a row message: decimal texts in the same
+// order, flags as "1"/"0", so every receiver reads each with toInt().
+QStringList mapFromSpiel(const SpielTupel &spiel);
+
+} // namespace Kartulo

@@ -1,0 +1,33 @@
+#pragma once
+
+// Every test program runs in a home folder of its own: documents (and so
+// kartulo.db) and the settings store live in a temporary directory that is
+// removed when the program ends.
+
+#include <QApplication>
+#include <QString>
+#include <QtTest>
+
+namespace TestUmgebung {
+
+// Points HOME and the XDG folders at a fresh temporary directory; call before
+// the application object exists, since the settings paths are fixed then.
+void vorbereiten();
+
+QString heimVerzeichnis();
+QString datenVerzeichnis();
+QString datenbankDatei();
+
+// Removes kartulo.db and every settings key, for a first start.
+void allesLoeschen();
+
+} // namespace TestUmgebung
+
+#define KARTULO_TEST_MAIN(Klasse)                                                                  \
+    int main(int argc, char *argv[])                                                               \
+    {                                                                                              \
+        TestUmgebung::vorbereiten();                                                               \
+        QApplication app(argc, argv);                                                              \
+        Klasse test;                                                                               \
+        return QTest::qExec(&test, argc, argv);                                                    \
+    }
