@@ -24,6 +24,7 @@
 #include <QSqlQuery>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTextBrowser>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -151,6 +152,11 @@ void TstMainWindow::ersterStart()
     QCOMPARE(s.value("vereinsname").toString(), QStringLiteral("MeinVerein"));
     QCOMPARE(kind<QLineEdit>(&fenster, "leListenName")->text(), QStringLiteral("MeinVerein"));
     QCOMPARE(kind<QDateEdit>(&fenster, "deDatum")->date(), QDate::currentDate());
+    // The help collection lies beside the test programs, as beside kartulo.
+    auto *browser = fenster.findChild<QTextBrowser *>();
+    QVERIFY(browser);
+    QVERIFY2(browser->source().path().endsWith(QLatin1String("/kurzanleitung.html")),
+             qPrintable(browser->source().toString()));
 }
 
 void TstMainWindow::tabsUndMenues()

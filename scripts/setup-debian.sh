@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Installs the Debian 12 packages Kartulo needs to build, test and run.
+set -euo pipefail
+
+pakete=(
+  build-essential cmake
+  qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite
+  xvfb xauth imagemagick iproute2 util-linux fonts-dejavu-core
+)
+
+fehlend=()
+for paket in "${pakete[@]}"; do
+  dpkg-query -W -f='${Status}' "$paket" 2>/dev/null | grep -q "install ok installed" || fehlend+=("$paket")
+done
+[ ${#fehlend[@]} -eq 0 ] && exit 0
+
+als_root=()
+[ "$(id -u)" -ne 0 ] && als_root=(sudo)
+"${als_root[@]}" apt-get update
+DEBIAN_FRONTEND=noninteractive "${als_root[@]}" apt-get install -y --no-install-recommends "${fehlend[@]}"
