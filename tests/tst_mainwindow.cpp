@@ -5,6 +5,7 @@
 #include "app/mainwindow.h"
 #include "db/statements.h"
 #include "helpers/meldungsbeantworter.h"
+#include "helpers/testprotokoll.h"
 #include "helpers/testumgebung.h"
 
 #include <QActionGroup>
@@ -32,35 +33,6 @@ Q_DECLARE_METATYPE(QMessageBox::StandardButton)
 
 namespace {
 
-// Runs statements on kartulo.db through a connection of its own.
-void sql(const QStringList &statements)
-{
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("vorlage"));
-        QDir().mkpath(TestUmgebung::datenVerzeichnis());
-        db.setDatabaseName(TestUmgebung::datenbankDatei());
-        QVERIFY(db.open());
-        for (const QString &statement : statements)
-            QVERIFY2(QSqlQuery(db).exec(statement), qPrintable(statement));
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("vorlage"));
-}
-
-int zeilen(const QString &tabelle)
-{
-    int anzahl = -1;
-    {
-        auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("zaehlen"));
-        db.setDatabaseName(TestUmgebung::datenbankDatei());
-        db.open();
-        QSqlQuery query(db);
-        if (query.exec(QStringLiteral("SELECT COUNT(*) FROM %1").arg(tabelle)) && query.next())
-            anzahl = query.value(0).toInt();
-    }
-    QSqlDatabase::removeDatabase(QStringLiteral("zaehlen"));
-    return anzahl;
-}
-
 QSettings store()
 {
     return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
@@ -70,7 +42,8 @@ QSettings store()
 // A 3-player list of table 5, series 2, in result mode, with two games.
 void gespeichertesProtokoll()
 {
-    sql({QString::fromLatin1(Sql::CreateSpielListe), QString::fromLatin1(Sql::CreateTeilnehmer),
+    QVERIFY(TestProtokoll::sql(
+        {QString::fromLatin1(Sql::CreateSpielListe), QString::fromLatin1(Sql::CreateTeilnehmer),
          QString::fromLatin1(Sql::CreateSettings), QString::fromLatin1(Sql::CreateSpieler),
          "INSERT INTO Spieler VALUES (100, 'Anna', 1, 1)",
          "INSERT INTO Spieler VALUES (101, 'Bernd', 1, 1)",
@@ -82,7 +55,7 @@ void gespeichertesProtokoll()
          QLatin1String(Sql::InsertSpielListePrefix) +
              "VALUES (1, 12, 2, 0, 1, 0, 0, 0, 0, 0, 48, 0, 0, 48, 0, 0, 0, 18)",
          QLatin1String(Sql::InsertSpielListePrefix) +
-             "VALUES (2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0)"});
+             "VALUES (2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0)"}));
 }
 
 template <typename T> T *kind(QObject *fenster, const char *name)
@@ -138,7 +111,7 @@ void TstMainWindow::ersterStart()
     QVERIFY(antworten.titel.isEmpty());
     QVERIFY(QFile::exists(TestUmgebung::datenbankDatei()));
     for (const char *tabelle : {"SpielListe", "Teilnehmer", "Settings", "Spieler"})
-        QCOMPARE(zeilen(QLatin1String(tabelle)), 0);
+        QCOMPARE(TestProtokoll::zeilen(QLatin1String(tabelle)), 0);
     QVERIFY(anfangszustand(fenster));
     QCOMPARE(fenster.windowTitle(), QStringLiteral("Kartulo"));
     QCOMPARE(QCoreApplication::organizationName(), QStringLiteral("Ormindo"));
@@ -295,16 +268,16 @@ void TstMainWindow::zuruecksetzen()
     kind<QAction>(&fenster, "actionDatenbankZuruecksetzen")->trigger();
     QCOMPARE(antworten.titel, QStringList{"FRAGE"});
     QCOMPARE(antworten.texte, QStringList{"Datenbank zuruecksetzen?"});
-    QCOMPARE(zeilen("SpielListe"), spiele);
+    QCOMPARE(TestProtokoll::zeilen("SpielListe"), spiele);
     auto *uebersicht = kind<QTableView>(&fenster, "tblViewUebersicht");
     QCOMPARE(uebersicht->model()->rowCount(), spiele);
     if (antwort == QMessageBox::Yes) {
         for (const char *tabelle : {"Teilnehmer", "Settings", "Spieler"})
-            QCOMPARE(zeilen(QLatin1String(tabelle)), 0);
+            QCOMPARE(TestProtokoll::zeilen(QLatin1String(tabelle)), 0);
         QVERIFY(anfangszustand(fenster));
         QCOMPARE(kind<QTableView>(&fenster, "tblViewSpieler")->model()->rowCount(), 0);
     } else {
-        QCOMPARE(zeilen("Teilnehmer"), 3);
+        QCOMPARE(TestProtokoll::zeilen("Teilnehmer"), 3);
         QVERIFY(!anfangszustand(fenster));
     }
 }
@@ -332,10 +305,10 @@ void TstMainWindow::beenden()
     QSettings s = store();
     if (antwort == QMessageBox::Yes) {
         QCOMPARE(s.value("spielstopzeit").toString(), QStringLiteral("openend"));
-        QCOMPARE(zeilen("Settings"), 1);
+        QCOMPARE(TestProtokoll::zeilen("Settings"), 1);
     } else {
         QVERIFY(!s.contains("spielstopzeit"));
-        QCOMPARE(zeilen("Settings"), 0);
+        QCOMPARE(TestProtokoll::zeilen("Settings"), 0);
     }
 }
 

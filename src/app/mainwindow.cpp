@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
+#include <QSqlTableModel>
 #include <QStandardItemModel>
 #include <QToolBar>
 
@@ -71,7 +72,11 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
                              QStringLiteral("Hat Kartulo Berechtigung zum Speichern von Daten?"));
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    // The model holds the connection, which the database closes when it goes.
+    delete teilnehmerModel;
+}
 
 void MainWindow::anwendungsIdentitaetSetzen()
 {
@@ -100,8 +105,14 @@ void MainWindow::listenWidgetsVerbinden()
     connect(ui->pbVerkleinern, &QPushButton::clicked, this, &MainWindow::onZoomOut);
     connect(ui->cmbBierlachs, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &MainWindow::bierlachsIndexChanged);
+    connect(ui->tblViewUebersicht, &QTableView::doubleClicked, this,
+            &MainWindow::onUebersichtDoubleClicked);
     ui->tblViewUebersicht->addAction(ui->actionEintragAendern);
     ui->tblViewUebersicht->addAction(ui->actionEintragLoeschen);
+    connect(ui->actionEintragAendern, &QAction::triggered, this,
+            &MainWindow::onSpielEintragBearbeiten);
+    connect(ui->actionEintragLoeschen, &QAction::triggered, this,
+            &MainWindow::onSpielEintragLoeschen);
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::onTabChanged);
 }
 
@@ -144,6 +155,7 @@ void MainWindow::werkzeugleisteAnlegen()
     layout->addWidget(leMeldungRot, 20);
     layout->addWidget(leMeldungGruen, 40);
     leiste->addWidget(inhalt);
+    connect(pbReizung, &QPushButton::clicked, this, &MainWindow::onDockReizung);
 }
 
 void MainWindow::signaleVerbinden()
@@ -188,15 +200,26 @@ void MainWindow::tabellenEinrichten()
          QStringLiteral("Spieler1"), QStringLiteral("Spieler2"), QStringLiteral("Spieler3"),
          QStringLiteral("Spieler4"), QStringLiteral("Eingepasst"), QStringLiteral("Reizung")});
     ui->tblViewUebersicht->setModel(uebersichtModel);
+    teilnehmerTabelleEinrichten();
     ui->deDatum->setDate(listenDatum);
     ui->leListenName->setText(vereinsname);
     panelGruppenAnlegen();
+    connect(ui->pbInListeEintragen, &QPushButton::clicked, this,
+            &MainWindow::spielInListeEintragen);
     helpWidget = new HelpWidget(ui->tabBeschreibung);
     ui->vlBeschreibung->addWidget(helpWidget);
 }
 
 void MainWindow::timerAnlegen()
 {
+    // Named children, so the timers can be looked up like any widget.
+    for (auto [timer, name] :
+         {std::pair{&wartenTimer, "wartenTimer"},
+          std::pair{&sicherheitskopieTimer, "sicherheitskopieTimer"},
+          std::pair{&checkTimer, "checkTimer"}, std::pair{&restZeitTimer, "restZeitTimer"}}) {
+        timer->setParent(this);
+        timer->setObjectName(QLatin1String(name));
+    }
     wartenTimer.setSingleShot(true);
     wartenTimer.setInterval(10000);
     connect(&wartenTimer, &QTimer::timeout, this, &MainWindow::onWartenAufEintrag);

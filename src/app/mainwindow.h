@@ -17,15 +17,19 @@
 #include <memory>
 
 class Client;
+class DockReizung;
 class HelpWidget;
+class MySortFilterProxyModel;
 class QActionGroup;
 class QButtonGroup;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 class QSettings;
+class QSqlRecord;
 class QSqlTableModel;
 class QStandardItemModel;
+struct PanelEingabe;
 struct PanelStellung;
 
 namespace Ui {
@@ -46,6 +50,9 @@ public:
 
     // Loads a stored game onto the entry panel for editing.
     void spielInPanel(const SpielEintrag &eintrag);
+    // Registers one player given as "number|name|member|prize skat" unless
+    // the name is known; returns the member number, 0 when nothing was read.
+    int spielerHinzufuegen(const QString &text);
 
 signals:
     void messageKartengeber(QString text);
@@ -87,10 +94,34 @@ public slots:
     void onZeigeRestZeitLimit();
 
     // Game entry
+    void onFertig();
+    void onSchneider(bool gesetzt);
+    void onSchwarz(bool gesetzt);
+    void onGrang(bool gesetzt);
+    void onNull(bool gesetzt);
+    void onEingepasst(bool gesetzt);
+    void spielInListeEintragen();
     void onWartenAufEintrag();
     void showKartengeber(QString text);
+    void onUebersichtDoubleClicked(QModelIndex index);
+    void onSpielEintragBearbeiten();
+    void onSpielEintragLoeschen();
+    void onDockReizung();
+    void onSelectedReizWert(int value);
+
+    // Players and seating
+    void onUp();
+    void onDown();
+    void on3erListe(bool gewaehlt);
+    void on4erListe(bool gewaehlt);
+    void onTeilnehmerInserted(int row, QSqlRecord &record);
+    void spielerAusTextDateiLaden();
+    void ladeSpielerListe(QStringList liste);
+    void onSpielerSelected();
+    void onSpielerDoubleClicked(QModelIndex index);
 
     // Standings
+    void setPunkteHighlited(int sitz);
     void setPunkte1(QString text);
     void setPunkte2(QString text);
     void setPunkte3(QString text);
@@ -124,10 +155,22 @@ private:
     void kopfLesen();
     void kopfSchreiben();
     void setzeLaufzustand(bool laufend);
-    void setzeListenTyp(int spieler);
 
     // Game record on the entry panel
     void panelStellungAnwenden(const PanelStellung &stellung);
+    PanelEingabe panelLesen() const;
+    void nullKnoepfeSperren(bool gesperrt);
+    void panelZuruecksetzen();
+    void geberWeitergeben();
+    void spielerKnoepfeFreigeben();
+
+    // Players
+    void teilnehmerTabelleEinrichten();
+    QString teilnehmerName(int sitz) const;
+    void spielerKnoepfeBeschriften();
+    int gewaehlterSitz() const;
+    void sitzeTauschen(int sitz, int nachbar);
+    void spielerListeFuellen(const QString &kopf);
 
     std::unique_ptr<Ui::MainWindow> ui;
     std::unique_ptr<QSettings> settings;
@@ -148,10 +191,17 @@ private:
 
     SpielEintrag aktuellesSpiel;
     bool bearbeitungsModus = false;
+    int bearbeiteteZeile = 0;
     bool serieLaeuft = false;
     int geber = 0;
+    // Set while a list is restored or prepared and by seat moves, so the
+    // dealer box follows entered games and deletions only.
+    bool geberAnsageUnterdrueckt = false;
 
     QSqlTableModel *teilnehmerModel = nullptr;
+    MySortFilterProxyModel *teilnehmerProxy = nullptr;
+    QStandardItemModel *spielerListeModel = nullptr;
+    DockReizung *dockReizung = nullptr;
     QStandardItemModel *uebersichtModel = nullptr;
     Client *client = nullptr;
     HelpWidget *helpWidget = nullptr;

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QSqlTableModel>
 #include <QStandardItemModel>
+#include <QStatusBar>
 
 void MainWindow::datenbankOeffnen()
 {
@@ -40,20 +41,6 @@ void MainWindow::datenbankOeffnen()
     }
 }
 
-void MainWindow::teilnehmerModellEinrichten()
-{
-    delete teilnehmerModel;
-    teilnehmerModel = new QSqlTableModel(this, datenbank->verbindung());
-    teilnehmerModel->setTable(QStringLiteral("Teilnehmer"));
-    teilnehmerModel->setEditStrategy(QSqlTableModel::OnManualSubmit);
-    teilnehmerModel->select();
-    const QStringList koepfe{QStringLiteral("MtgldNr"), QStringLiteral("Spielername"),
-                             QStringLiteral("Mitglied"), QStringLiteral("Preisskat")};
-    for (int spalte = 0; spalte < koepfe.size(); ++spalte)
-        teilnehmerModel->setHeaderData(spalte, Qt::Horizontal, koepfe.at(spalte));
-    ui->tblViewSpieler->setModel(teilnehmerModel);
-}
-
 void MainWindow::anfangszustandZeigen()
 {
     ui->tabWidget->setCurrentWidget(ui->tabBeschreibung);
@@ -64,9 +51,12 @@ void MainWindow::anfangszustandZeigen()
 
 void MainWindow::protokollWiederherstellen()
 {
+    geberAnsageUnterdrueckt = true;
     const int teilnehmer = teilnehmerModel->rowCount();
-    if (teilnehmer == 3 || teilnehmer == 4)
-        setzeListenTyp(teilnehmer);
+    if (teilnehmer == 3)
+        on3erListe(true);
+    else if (teilnehmer == 4)
+        on4erListe(true);
     kopfLesen();
     uebersichtFuellen();
     setzeLaufzustand(true);
@@ -77,17 +67,10 @@ void MainWindow::protokollWiederherstellen()
         modusAktionen.at(modus)->setChecked(true);
     if (ui->spbTischNr->value() != 0)
         lblListe->setText(QStringLiteral("Erstliste Tisch %1").arg(ui->spbTischNr->value()));
-}
-
-void MainWindow::setzeListenTyp(int spieler)
-{
-    listenTyp = spieler;
-    const bool vierSpieler = spieler == 4;
-    ui->tblViewUebersicht->setColumnHidden(SpielEintrag::Spieler4, !vierSpieler);
-    ui->tbSpieler4->setVisible(vierSpieler);
-    ui->lePunkte4->setVisible(vierSpieler);
-    ui->tb3erListe->setChecked(!vierSpieler);
-    ui->tb4erListe->setChecked(vierSpieler);
+    geber = datenbank->anzahlEintraege() % listenTyp;
+    spielerKnoepfeFreigeben();
+    ui->lcdNumber->display(datenbank->letzteZeile());
+    statusBar()->showMessage(QStringLiteral("Geber %1").arg(teilnehmerName(geber)));
 }
 
 void MainWindow::uebersichtFuellen()

@@ -214,3 +214,48 @@ void ProtokollDatenbank::kopfSchreiben(const ListenKopf &kopf)
             .arg(kopf.blPunkte)
             .arg(kopf.datum.toString(QStringLiteral("yyyy-MM-dd")), Sql::quoted(kopf.gruppe)));
 }
+
+QStringList ProtokollDatenbank::spielerNamen() const
+{
+    QStringList namen;
+    QSqlQuery query(m_db);
+    query.exec(QStringLiteral("SELECT * FROM Spieler"));
+    while (query.next())
+        namen << query.value(QStringLiteral("Name")).toString();
+    return namen;
+}
+
+void ProtokollDatenbank::spielerLeeren()
+{
+    ausfuehren(QStringLiteral("DELETE FROM Spieler"));
+}
+
+void ProtokollDatenbank::spielerEintragen(int mgldNr, const QString &name, bool mitglied,
+                                          bool preisskat)
+{
+    QSqlQuery query(m_db);
+    query.prepare(QStringLiteral(
+        "INSERT INTO Spieler (MgldNr, Name, Mitglied, Preisskat)VALUES (?, ?, ?, ?)"));
+    query.addBindValue(mgldNr);
+    query.addBindValue(name);
+    query.addBindValue(mitglied);
+    query.addBindValue(preisskat);
+    query.exec();
+}
+
+int ProtokollDatenbank::spielerHinzufuegen(int mgldNr, const QString &name, bool mitglied,
+                                           bool preisskat)
+{
+    QSqlQuery query(m_db);
+    query.exec(QStringLiteral("SELECT * FROM Spieler WHERE Name='%1'").arg(Sql::quoted(name)));
+    if (!query.isActive())
+        return 0;
+    if (query.first())
+        return query.value(QStringLiteral("MgldNr")).toInt();
+    int nummer = mgldNr == 0 ? 1 : mgldNr;
+    while (query.exec(QStringLiteral("SELECT * FROM Spieler WHERE MgldNr == %1").arg(nummer)) &&
+           query.first())
+        ++nummer;
+    spielerEintragen(nummer, name, mitglied, preisskat);
+    return nummer;
+}

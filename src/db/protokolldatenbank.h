@@ -9,6 +9,7 @@
 #include <QDate>
 #include <QSqlDatabase>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <optional>
@@ -70,6 +71,15 @@ public:
 
     std::optional<ListenKopf> kopfLesen() const;
     void kopfSchreiben(const ListenKopf &kopf);
+
+    // The club's player registry.
+    QStringList spielerNamen() const;
+    void spielerLeeren();
+    void spielerEintragen(int mgldNr, const QString &name, bool mitglied, bool preisskat);
+    // Registers a player unless the name is known; a taken member number
+    // moves on to the next free one (0 counts as 1). Returns the number the
+    // player has in the registry, or 0 when nothing could be read.
+    int spielerHinzufuegen(int mgldNr, const QString &name, bool mitglied, bool preisskat);
 
 private:
     bool ausfuehren(const QString &statement) const;

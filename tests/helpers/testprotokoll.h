@@ -1,0 +1,27 @@
+#pragma once
+
+// Builds kartulo.db contents for window tests and reads them back through a
+// connection of its own, and clicks the window's widgets by object name.
+
+#include <QString>
+#include <QStringList>
+
+class QWidget;
+
+namespace TestProtokoll {
+
+// Runs the statements on kartulo.db; returns false and warns on the first failure.
+bool sql(const QStringList &statements);
+// Number of rows of a table, -1 when it cannot be read.
+int zeilen(const QString &tabelle);
+// One column of a table as integers, in storage order.
+QList<int> spalte(const QString &tabelle, const QString &spalte);
+
+// A running list: the four tables, the players Anna, Bernd, Clara (and Dora
+// with four players) in registry and seating, and the header row.
+bool anlegen(int spieler, int anzahlSpiele, int modus = 0, int tischNr = 5);
+
+// Clicks the child widget with the given object name.
+void klick(QWidget *fenster, const char *name);
+
+} // namespace TestProtokoll
