@@ -165,6 +165,8 @@ void MainWindow::signaleVerbinden()
     connect(this, &MainWindow::messageSumme2, this, &MainWindow::setPunkte2);
     connect(this, &MainWindow::messageSumme3, this, &MainWindow::setPunkte3);
     connect(this, &MainWindow::messageSumme4, this, &MainWindow::setPunkte4);
+    connect(this, &MainWindow::spielStandsAnzeigeAufNullSetzen, this,
+            &MainWindow::onSpielStandsAnzeigeAufNullSetzen);
 }
 
 bool MainWindow::istKleinerBildschirm(const QSize &verfuegbar)
@@ -201,6 +203,7 @@ void MainWindow::tabellenEinrichten()
          QStringLiteral("Spieler4"), QStringLiteral("Eingepasst"), QStringLiteral("Reizung")});
     ui->tblViewUebersicht->setModel(uebersichtModel);
     teilnehmerTabelleEinrichten();
+    kopfFelderVerbinden();
     ui->deDatum->setDate(listenDatum);
     ui->leListenName->setText(vereinsname);
     panelGruppenAnlegen();

@@ -12,6 +12,8 @@
 #include <QDate>
 #include <QMainWindow>
 #include <QModelIndex>
+#include <QPointer>
+#include <QTime>
 #include <QTimer>
 
 #include <memory>
@@ -22,6 +24,7 @@ class HelpWidget;
 class MySortFilterProxyModel;
 class QActionGroup;
 class QButtonGroup;
+class QDockWidget;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -29,6 +32,7 @@ class QSettings;
 class QSqlRecord;
 class QSqlTableModel;
 class QStandardItemModel;
+struct BierlachsRunde;
 struct PanelEingabe;
 struct PanelStellung;
 
@@ -73,8 +77,18 @@ public slots:
     void onZoomOut();
     void bierlachsIndexChanged(int index);
 
-    // List menu entries of the file, header and settings subsystems
+    // List header and new protocol
+    void onTischNr(int nummer);
+    void onSerie(int nummer);
+    void onListenName(QString name);
+    void onChangeGruppenId(QString gruppe);
     void onNewProtokoll();
+    void onNeuesProtokollOk();
+    void onNeuesProtokollAbbruch();
+    void setTabWidgetNeuToHide();
+    void onStartSpiel();
+
+    // List menu entries of the file and settings subsystems
     void onLoadXml();
     void onSaveListe();
     void onSaveListe(bool frageDateiname);
@@ -91,6 +105,10 @@ public slots:
     void onSetModusTurnier();
     void onSetModusErgebnis();
     void onSetModusBierlachs();
+    void onZeitLimitOk();
+    void onZeitLimitAbbruch();
+    void onBierlachsModusMaxPunkteOk();
+    void onBierlachsModusMaxPunkteAbbruch();
     void onZeigeRestZeitLimit();
 
     // Game entry
@@ -121,6 +139,7 @@ public slots:
     void onSpielerDoubleClicked(QModelIndex index);
 
     // Standings
+    void onSpielStandsAnzeigeAufNullSetzen();
     void setPunkteHighlited(int sitz);
     void setPunkte1(QString text);
     void setPunkte2(QString text);
@@ -152,16 +171,35 @@ private:
     void teilnehmerModellEinrichten();
     void anfangszustandZeigen();
     void uebersichtFuellen();
+
+    // List header
+    void kopfFelderVerbinden();
     void kopfLesen();
     void kopfSchreiben();
     void setzeLaufzustand(bool laufend);
+    QList<QLineEdit *> neueSpielerFelder() const;
+    void teilnehmerAnhaengen(const QString &name);
+
+    // Standings, modes and time limit
+    QList<QLineEdit *> punkteFelder() const;
+    void punkteZeilenSenden(const QStringList &zeilen);
+    void spielStandAktualisieren(bool geberAnsagen);
+    void bierlachsStandAnzeigen(const QVector<SpielEintrag> &spiele);
+    void bierlachsRundeAnzeigen(const BierlachsRunde &runde);
+    void bierlachsRundenEnde(int zeile);
+    // A one-line dock asking for a number, with "Ok" and "Abbruch".
+    QDockWidget *eingabeDock(const QString &name, const QString &text, int wert, int von, int bis,
+                             void (MainWindow::*beiOk)(), void (MainWindow::*beiAbbruch)());
+    void dockEntfernen(QPointer<QDockWidget> &dock);
+    void restZeitZeigen(const QString &text, bool rot);
+    void zeitLimitStarten(bool starten);
+    void zeitLimitWiederherstellen();
 
     // Game record on the entry panel
     void panelStellungAnwenden(const PanelStellung &stellung);
     PanelEingabe panelLesen() const;
     void nullKnoepfeSperren(bool gesperrt);
     void panelZuruecksetzen();
-    void geberWeitergeben();
     void spielerKnoepfeFreigeben();
 
     // Players
@@ -202,6 +240,9 @@ private:
     MySortFilterProxyModel *teilnehmerProxy = nullptr;
     QStandardItemModel *spielerListeModel = nullptr;
     DockReizung *dockReizung = nullptr;
+    QPointer<QDockWidget> dockZeitLimit;
+    QPointer<QDockWidget> dockBierlachs;
+    QTime stopZeit;
     QStandardItemModel *uebersichtModel = nullptr;
     Client *client = nullptr;
     HelpWidget *helpWidget = nullptr;

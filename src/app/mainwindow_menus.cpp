@@ -2,7 +2,6 @@
 
 #include "app/mainwindow.h"
 
-#include "standings/spielmodus.h"
 #include "ui_mainwindow.h"
 
 #include <QActionGroup>
@@ -36,30 +35,8 @@ void MainWindow::menuesVerbinden()
     ui->menuZweitliste->setEnabled(false);
 }
 
-void MainWindow::onSetModusTurnier()
-{
-    modus = Spielmodus::Turnier;
-    lblModus->setText(Spielmodus::menuText(modus, bierlachsMaxPunkte));
-    ui->cmbBierlachs->setVisible(false);
-}
-
-void MainWindow::onSetModusErgebnis()
-{
-    modus = Spielmodus::Ergebnis;
-    lblModus->setText(Spielmodus::menuText(modus, bierlachsMaxPunkte));
-    ui->cmbBierlachs->setVisible(false);
-}
-
-void MainWindow::onSetModusBierlachs()
-{
-    modus = Spielmodus::Bierlachs;
-    lblModus->setText(Spielmodus::menuText(modus, bierlachsMaxPunkte));
-    ui->cmbBierlachs->setVisible(true);
-}
-
 // Entries whose work arrives with their own subsystems; until then choosing
 // them changes nothing.
-void MainWindow::onNewProtokoll() {}
 void MainWindow::onLoadXml() {}
 void MainWindow::onSaveListe()
 {
@@ -81,9 +58,4 @@ void MainWindow::onZweitListeFreigeben(bool ask)
 }
 void MainWindow::onClearProtokoll() {}
 void MainWindow::CheckRecordGegenRecordVonErsterListe() {}
-void MainWindow::onZeigeRestZeitLimit() {}
 void MainWindow::onSicherheitsKopieSpeichern() {}
-void MainWindow::bierlachsIndexChanged(int index)
-{
-    Q_UNUSED(index);
-}

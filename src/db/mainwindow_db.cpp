@@ -70,7 +70,9 @@ void MainWindow::protokollWiederherstellen()
     geber = datenbank->anzahlEintraege() % listenTyp;
     spielerKnoepfeFreigeben();
     ui->lcdNumber->display(datenbank->letzteZeile());
+    spielStandAktualisieren(false);
     statusBar()->showMessage(QStringLiteral("Geber %1").arg(teilnehmerName(geber)));
+    zeitLimitWiederherstellen();
 }
 
 void MainWindow::uebersichtFuellen()
@@ -82,60 +84,6 @@ void MainWindow::uebersichtFuellen()
             zeile << new QStandardItem(QStringLiteral("%1").arg(eintrag.wert(spalte)));
         uebersichtModel->appendRow(zeile);
     }
-}
-
-void MainWindow::kopfLesen()
-{
-    const std::optional<ListenKopf> kopf = datenbank->kopfLesen();
-    if (!kopf)
-        return;
-    ui->spbTischNr->setValue(kopf->tischNr);
-    ui->spbSerie->setValue(kopf->serie);
-    ui->spbSpielAnzahl->setValue(kopf->anzahlSpiele);
-    bierlachsMaxPunkte = kopf->blPunkte;
-    ui->deDatum->setDate(kopf->datum);
-    modus = kopf->modus;
-    gruppenId = kopf->gruppe;
-    if (ui->cmbGruppenId->findText(gruppenId, Qt::MatchFixedString) < 0) {
-        ui->cmbGruppenId->addItem(gruppenId);
-        ui->cmbGruppenId->setCurrentIndex(ui->cmbGruppenId->count() - 1);
-        ui->cmbGruppenId->setEnabled(false);
-    }
-    // Once a header is stored the planned number of games is fixed.
-    ui->spbSpielAnzahl->setEnabled(false);
-}
-
-void MainWindow::kopfSchreiben()
-{
-    ListenKopf kopf;
-    kopf.tischNr = ui->spbTischNr->value();
-    kopf.serie = ui->spbSerie->value();
-    kopf.anzahlSpiele = ui->spbSpielAnzahl->value();
-    kopf.modus = modus;
-    kopf.blPunkte = bierlachsMaxPunkte;
-    kopf.datum = ui->deDatum->date();
-    kopf.gruppe = gruppenId;
-    datenbank->kopfSchreiben(kopf);
-}
-
-void MainWindow::setzeLaufzustand(bool laufend)
-{
-    if (laufend)
-        ui->tblViewSpieler->clearSelection();
-    for (QWidget *feld :
-         {static_cast<QWidget *>(ui->pbUp), static_cast<QWidget *>(ui->pbDown),
-          static_cast<QWidget *>(ui->spbSerie), static_cast<QWidget *>(ui->spbTischNr),
-          static_cast<QWidget *>(ui->spbSpielAnzahl), static_cast<QWidget *>(ui->pbStartSpiel)})
-        feld->setEnabled(!laufend);
-    for (int index = 1; index <= 3; ++index)
-        ui->tabWidget->setTabEnabled(index, laufend);
-    ui->gbSpielTyp->setEnabled(laufend);
-    ui->gbMatadore->setEnabled(laufend);
-    ui->gbZusatz->setEnabled(laufend);
-    ui->gbErgebnis->setEnabled(laufend);
-    ui->gbAlleinspieler->setEnabled(laufend);
-    ui->pbFertig->setEnabled(laufend);
-    serieLaeuft = laufend;
 }
 
 void MainWindow::onDeleteDatabase()

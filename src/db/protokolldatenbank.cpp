@@ -259,3 +259,32 @@ int ProtokollDatenbank::spielerHinzufuegen(int mgldNr, const QString &name, bool
     spielerEintragen(nummer, name, mitglied, preisskat);
     return nummer;
 }
+
+void ProtokollDatenbank::spielListeLeeren()
+{
+    ausfuehren(QStringLiteral("DELETE FROM SpielListe"));
+}
+
+void ProtokollDatenbank::kopfLeeren()
+{
+    ausfuehren(QStringLiteral("DELETE FROM Settings"));
+}
+
+void ProtokollDatenbank::teilnehmerLeeren()
+{
+    ausfuehren(QStringLiteral("DELETE FROM Teilnehmer"));
+}
+
+std::optional<SpielerDatensatz> ProtokollDatenbank::spielerNachName(const QString &name) const
+{
+    QSqlQuery query(m_db);
+    query.exec(QStringLiteral("SELECT * FROM Spieler WHERE Name='%1'").arg(Sql::quoted(name)));
+    if (!query.first())
+        return std::nullopt;
+    SpielerDatensatz spieler;
+    spieler.mgldNr = query.value(QStringLiteral("MgldNr")).toInt();
+    spieler.name = query.value(QStringLiteral("Name")).toString();
+    spieler.mitglied = query.value(QStringLiteral("Mitglied")).toBool();
+    spieler.preisskat = query.value(QStringLiteral("Preisskat")).toBool();
+    return spieler;
+}

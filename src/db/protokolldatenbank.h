@@ -5,6 +5,7 @@
 // its header. Knows nothing of windows; the main window decides what to show.
 
 #include "game/spieleintrag.h"
+#include "players/spielerdatei.h"
 
 #include <QDate>
 #include <QSqlDatabase>
@@ -69,8 +70,13 @@ public:
     // order so that no two rows share a number on the way.
     void entfernen(int zeile);
 
+    void spielListeLeeren();
+
     std::optional<ListenKopf> kopfLesen() const;
     void kopfSchreiben(const ListenKopf &kopf);
+    void kopfLeeren();
+
+    void teilnehmerLeeren();
 
     // The club's player registry.
     QStringList spielerNamen() const;
@@ -80,6 +86,7 @@ public:
     // moves on to the next free one (0 counts as 1). Returns the number the
     // player has in the registry, or 0 when nothing could be read.
     int spielerHinzufuegen(int mgldNr, const QString &name, bool mitglied, bool preisskat);
+    std::optional<SpielerDatensatz> spielerNachName(const QString &name) const;
 
 private:
     bool ausfuehren(const QString &statement) const;

@@ -9,7 +9,9 @@
 #include "ui_mainwindow.h"
 
 #include <QButtonGroup>
+#include <QLabel>
 #include <QMessageBox>
+#include <QSettings>
 #include <QSqlTableModel>
 #include <QStandardItemModel>
 #include <QStatusBar>
@@ -32,6 +34,11 @@ void MainWindow::spielInListeEintragen()
 
     const int spielNummer = datenbank->letzteZeile() + 1;
     if (spielNummer == 1) {
+        // A Bierlachs list needs points to play down from.
+        if (modus == Spielmodus::Bierlachs && bierlachsMaxPunkte <= 0) {
+            bierlachsMaxPunkte = 500;
+            lblModus->setText(Spielmodus::menuText(modus, bierlachsMaxPunkte));
+        }
         kopfSchreiben();
         teilnehmerModel->submitAll();
     }
@@ -51,10 +58,11 @@ void MainWindow::spielInListeEintragen()
                     QStringLiteral("Anzahl von %1 Spielen erreicht.").arg(geplant));
                 ui->leSpielBeschreibung->setText(
                     QStringLiteral("%1 Spiele gespielt. ListenEnde.").arg(geplant));
+                settings->setValue(QStringLiteral("spielstopzeit"), QStringLiteral("openend"));
                 return;
             }
-            if (modus == Spielmodus::Ergebnis)
-                ui->spbSpielAnzahl->setValue(ui->spbSpielAnzahl->value() + 10);
+            // Result and Bierlachs lists go on in steps of ten games.
+            ui->spbSpielAnzahl->setValue(ui->spbSpielAnzahl->value() + 10);
         }
         aktuellesSpiel.setze(SpielEintrag::Zeile, spielNummer);
         datenbank->einfuegen(aktuellesSpiel);
@@ -63,21 +71,18 @@ void MainWindow::spielInListeEintragen()
     uebersichtFuellen();
     setPunkteHighlited(bgSpieler->checkedId() - PanelId::Spieler1);
     panelZuruecksetzen();
-    geberWeitergeben();
+    const int anzahl = datenbank->anzahlEintraege();
+    if (anzahl > 0)
+        geber = anzahl % listenTyp;
+    spielStandAktualisieren(true);
+    if (modus == Spielmodus::Bierlachs)
+        bierlachsRundenEnde(datenbank->letzteZeile());
 
     ui->lcdNumber->display(spielNummer);
     aktuellesSpiel = SpielEintrag();
     aktuellesSpiel.setze(SpielEintrag::Zeile, spielNummer);
     ui->spbSpielAnzahl->setEnabled(false);
     leReizwert->clear();
-}
-
-void MainWindow::geberWeitergeben()
-{
-    const int anzahl = datenbank->anzahlEintraege();
-    if (anzahl > 0)
-        geber = anzahl % listenTyp;
-    emit messageKartengeber(QStringLiteral("Geber %1").arg(teilnehmerName(geber)));
 }
 
 void MainWindow::spielerKnoepfeFreigeben()
@@ -104,17 +109,6 @@ void MainWindow::showKartengeber(QString text)
     }
     QMessageBox::information(this, QStringLiteral("INFORMATION"),
                              QStringLiteral("Rundenende erreicht!"));
-}
-
-void MainWindow::setPunkteHighlited(int sitz)
-{
-    const QList<QLineEdit *> felder{ui->lePunkte1, ui->lePunkte2, ui->lePunkte3, ui->lePunkte4};
-    for (int i = 0; i < felder.size(); ++i) {
-        QPalette palette = felder.at(i)->palette();
-        palette.setColor(QPalette::Disabled, QPalette::Text, Qt::black);
-        palette.setColor(QPalette::Disabled, QPalette::Base, i == sitz ? Qt::green : Qt::white);
-        felder.at(i)->setPalette(palette);
-    }
 }
 
 void MainWindow::onUebersichtDoubleClicked(QModelIndex index)
@@ -163,7 +157,7 @@ void MainWindow::onSpielEintragLoeschen()
     datenbank->entfernen(zeile);
     uebersichtFuellen();
     geber = datenbank->anzahlEintraege() % listenTyp;
-    emit messageKartengeber(QStringLiteral("Geber %1").arg(teilnehmerName(geber)));
+    spielStandAktualisieren(true);
 }
 
 void MainWindow::onDockReizung()

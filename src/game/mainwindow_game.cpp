@@ -232,23 +232,3 @@ void MainWindow::panelStellungAnwenden(const PanelStellung &stellung)
     for (int id : stellung.spieler)
         waehle(bgSpieler, id);
 }
-
-void MainWindow::setPunkte1(QString text)
-{
-    ui->lePunkte1->setText(text);
-}
-
-void MainWindow::setPunkte2(QString text)
-{
-    ui->lePunkte2->setText(text);
-}
-
-void MainWindow::setPunkte3(QString text)
-{
-    ui->lePunkte3->setText(text);
-}
-
-void MainWindow::setPunkte4(QString text)
-{
-    ui->lePunkte4->setText(text);
-}

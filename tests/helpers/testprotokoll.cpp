@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QDir>
+#include <QLineEdit>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -97,6 +98,19 @@ void klick(QWidget *fenster, const char *name)
         return;
     }
     knopf->click();
+}
+
+void eingeben(QWidget *fenster, const Spiel &spiel)
+{
+    klick(fenster, spiel.typ);
+    klick(fenster, "tbMit");
+    klick(fenster, "tb1");
+    klick(fenster, spiel.gewonnen ? "tbGewonnen" : "tbVerloren");
+    if (spiel.sitz >= 0)
+        klick(fenster, qPrintable(QStringLiteral("tbSpieler%1").arg(spiel.sitz + 1)));
+    fenster->findChild<QLineEdit *>(QStringLiteral("leReizwert"))->setText(spiel.reizung);
+    klick(fenster, "pbFertig");
+    klick(fenster, "pbInListeEintragen");
 }
 
 } // namespace TestProtokoll

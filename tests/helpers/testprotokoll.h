@@ -24,4 +24,17 @@ bool anlegen(int spieler, int anzahlSpiele, int modus = 0, int tischNr = 5);
 // Clicks the child widget with the given object name.
 void klick(QWidget *fenster, const char *name);
 
+// One game as the scorer sets it on the panel: game type button, one jack
+// "Mit", result, declarer seat (-1 for none) and bid text.
+struct Spiel
+{
+    const char *typ = "tbKreuz";
+    int sitz = 0;
+    bool gewonnen = true;
+    QString reizung;
+};
+
+// Sets the panel, presses "Fertig" and "Übernehmen".
+void eingeben(QWidget *fenster, const Spiel &spiel);
+
 } // namespace TestProtokoll
