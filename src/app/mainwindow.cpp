@@ -2,6 +2,7 @@
 
 #include "app/version.h"
 #include "help/helpwidget.h"
+#include "sheets/spielblatt.h"
 #include "ui_mainwindow.h"
 #include "velmora/client.h"
 
@@ -204,6 +205,7 @@ void MainWindow::tabellenEinrichten()
     ui->tblViewUebersicht->setModel(uebersichtModel);
     teilnehmerTabelleEinrichten();
     kopfFelderVerbinden();
+    kostenFelderEinrichten();
     ui->deDatum->setDate(listenDatum);
     ui->leListenName->setText(vereinsname);
     panelGruppenAnlegen();

@@ -19,6 +19,8 @@
 #include <memory>
 
 class Client;
+class Spielblatt;
+struct BlattKopf;
 class DockReizung;
 class HelpWidget;
 class MySortFilterProxyModel;
@@ -54,6 +56,10 @@ public:
 
     // Loads a stored game onto the entry panel for editing.
     void spielInPanel(const SpielEintrag &eintrag);
+    // Values pushed by the tournament manager: table, series and the twelve
+    // cost fields joined with "|"; another table's or series' values are ignored.
+    void kostenVomManager(const QStringList &werte);
+
     // Registers one player given as "number|name|member|prize skat" unless
     // the name is known; returns the member number, 0 when nothing was read.
     int spielerHinzufuegen(const QString &text);
@@ -138,6 +144,19 @@ public slots:
     void onSpielerSelected();
     void onSpielerDoubleClicked(QModelIndex index);
 
+    // Cost account settings
+    void onKostenPlatz1(QString text);
+    void onKostenPlatz2(QString text);
+    void onKostenPlatz3(QString text);
+    void onKostenPlatz4(QString text);
+    void onKartenGeld();
+    void onVerlSpiel1Bis5();
+    void onVerlSpielAb6();
+    void onPreisSkat();
+    void onPunkteGewSpiele(QString text);
+    void onPunkteVerlSpieleGegenSpieler3(QString text);
+    void onPunkteVerlSpieleGegenSpieler4(QString text);
+
     // Standings
     void onSpielStandsAnzeigeAufNullSetzen();
     void setPunkteHighlited(int sitz);
@@ -179,6 +198,29 @@ private:
     void setzeLaufzustand(bool laufend);
     QList<QLineEdit *> neueSpielerFelder() const;
     void teilnehmerAnhaengen(const QString &name);
+
+    // Cost account and score sheet
+    enum Beschreibung
+    {
+        BeschreibungGewonnen,
+        BeschreibungGegenspieler,
+        BeschreibungKartengeld,
+        BeschreibungVerloren,
+        BeschreibungPreisskat,
+        BeschreibungPlatz
+    };
+    void kostenFelderEinrichten();
+    void kostenGeaendert(int beschreibung, bool platzMitEuro);
+    void geldSetzen(double &wert, const char *key, const QString &text, int beschreibung);
+    void faktorSetzen(int &wert, const char *key, const QString &text, int beschreibung);
+    Spielblatt *aktuellesBlatt() const;
+    BlattKopf blattKopf() const;
+    void blattNeuZeichnen();
+    void blattKopfZeichnen();
+    QVector<SpielEintrag> blattSpiele() const;
+    void blattFuellen();
+    void ergebnisseMelden(const QStringList &ergebnisse);
+    void teilnehmerGeaendert();
 
     // Standings, modes and time limit
     QList<QLineEdit *> punkteFelder() const;
@@ -243,6 +285,14 @@ private:
     QPointer<QDockWidget> dockZeitLimit;
     QPointer<QDockWidget> dockBierlachs;
     QTime stopZeit;
+    std::unique_ptr<Spielblatt> blatt3;
+    std::unique_ptr<Spielblatt> blatt4;
+    QString pdfPfad;
+    QString xmlPfad;
+    // Pairing with a second list; while either is set no results are reported.
+    bool hasSecondList = false;
+    bool secondListPending = false;
+    QStringList letzteErgebnisse;
     QStandardItemModel *uebersichtModel = nullptr;
     Client *client = nullptr;
     HelpWidget *helpWidget = nullptr;

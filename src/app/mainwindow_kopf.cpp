@@ -77,17 +77,20 @@ void MainWindow::setzeLaufzustand(bool laufend)
 void MainWindow::onTischNr(int nummer)
 {
     ui->leTischnrAnzeige->setText(QString::number(nummer));
+    blattKopfZeichnen();
 }
 
 void MainWindow::onSerie(int nummer)
 {
     ui->leSerie->setText(QString::number(nummer));
+    blattKopfZeichnen();
 }
 
 void MainWindow::onListenName(QString name)
 {
     vereinsname = name;
     settings->setValue(QStringLiteral("vereinsname"), name);
+    blattKopfZeichnen();
 }
 
 void MainWindow::onChangeGruppenId(QString gruppe)
@@ -111,7 +114,7 @@ void MainWindow::kopfFelderVerbinden()
     connect(ui->spbTischNr, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &MainWindow::onTischNr);
     connect(ui->spbSerie, QOverload<int>::of(&QSpinBox::valueChanged), this, &MainWindow::onSerie);
-    connect(ui->leListenName, &QLineEdit::textEdited, this, &MainWindow::onListenName);
+    connect(ui->leListenName, &QLineEdit::textChanged, this, &MainWindow::onListenName);
     connect(ui->cmbGruppenId, &QComboBox::currentTextChanged, this, &MainWindow::onChangeGruppenId);
     connect(ui->pbStartSpiel, &QPushButton::clicked, this, &MainWindow::onStartSpiel);
     connect(ui->pbOk, &QPushButton::clicked, this, &MainWindow::onNeuesProtokollOk);
@@ -220,6 +223,7 @@ void MainWindow::onNeuesProtokollOk()
 
     teilnehmerModel->submitAll();
     uebersichtFuellen();
+    blattNeuZeichnen();
     aktuellesSpiel = SpielEintrag();
     geber = 0;
     geberAnsageUnterdrueckt = true;
@@ -261,6 +265,7 @@ void MainWindow::onStartSpiel()
     ui->tabWidget->setCurrentWidget(ui->tabSpieleintrag);
     teilnehmerModel->submitAll();
     kopfSchreiben();
+    blattNeuZeichnen();
     spielStandAktualisieren(false);
     if (modus == Spielmodus::Turnier)
         zeitLimitStarten(true);

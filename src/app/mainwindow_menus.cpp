@@ -38,14 +38,6 @@ void MainWindow::menuesVerbinden()
 // Entries whose work arrives with their own subsystems; until then choosing
 // them changes nothing.
 void MainWindow::onLoadXml() {}
-void MainWindow::onSaveListe()
-{
-    onSaveListe(true);
-}
-void MainWindow::onSaveListe(bool frageDateiname)
-{
-    Q_UNUSED(frageDateiname);
-}
 void MainWindow::onEinstellungen() {}
 void MainWindow::startZweitProtokoll() {}
 void MainWindow::onZweitListeFreigeben()

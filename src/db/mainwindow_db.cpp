@@ -58,6 +58,7 @@ void MainWindow::protokollWiederherstellen()
     else if (teilnehmer == 4)
         on4erListe(true);
     kopfLesen();
+    blattNeuZeichnen();
     uebersichtFuellen();
     setzeLaufzustand(true);
     lblModus->setText(Spielmodus::wiederherstellungsText(modus, bierlachsMaxPunkte));

@@ -69,6 +69,7 @@ void MainWindow::spielInListeEintragen()
     }
 
     uebersichtFuellen();
+    blattFuellen();
     setPunkteHighlited(bgSpieler->checkedId() - PanelId::Spieler1);
     panelZuruecksetzen();
     const int anzahl = datenbank->anzahlEintraege();
@@ -156,6 +157,7 @@ void MainWindow::onSpielEintragLoeschen()
         return;
     datenbank->entfernen(zeile);
     uebersichtFuellen();
+    blattFuellen();
     geber = datenbank->anzahlEintraege() % listenTyp;
     spielStandAktualisieren(true);
 }

@@ -25,8 +25,7 @@ void MainWindow::teilnehmerModellEinrichten()
     teilnehmerModel->setTable(QStringLiteral("Teilnehmer"));
     teilnehmerModel->setEditStrategy(QSqlTableModel::OnManualSubmit);
     connect(teilnehmerModel, &QSqlTableModel::primeInsert, this, &MainWindow::onTeilnehmerInserted);
-    connect(teilnehmerModel, &QSqlTableModel::dataChanged, this,
-            &MainWindow::spielerKnoepfeBeschriften);
+    connect(teilnehmerModel, &QSqlTableModel::dataChanged, this, &MainWindow::teilnehmerGeaendert);
     teilnehmerModel->select();
     const QStringList koepfe{QStringLiteral("MtgldNr"), QStringLiteral("Spielername"),
                              QStringLiteral("Mitglied"), QStringLiteral("Preisskat")};
@@ -71,6 +70,12 @@ QString MainWindow::teilnehmerName(int sitz) const
     return teilnehmerModel->index(sitz, 1).data().toString();
 }
 
+void MainWindow::teilnehmerGeaendert()
+{
+    spielerKnoepfeBeschriften();
+    blattNeuZeichnen();
+}
+
 void MainWindow::spielerKnoepfeBeschriften()
 {
     const QList<QToolButton *> knoepfe{ui->tbSpieler1, ui->tbSpieler2, ui->tbSpieler3,
@@ -112,6 +117,7 @@ void MainWindow::sitzeTauschen(int sitz, int nachbar)
         teilnehmerModel->submitAll();
     }
     teilnehmerModel->select();
+    teilnehmerGeaendert();
     ui->tblViewSpieler->selectRow(
         teilnehmerProxy->mapFromSource(teilnehmerModel->index(nachbar, 0)).row());
     uebersichtFuellen();
@@ -151,6 +157,7 @@ void MainWindow::on3erListe(bool gewaehlt)
     const QSignalBlocker sperre(ui->tb3erListe);
     ui->tb3erListe->setChecked(true);
     spielerKnoepfeBeschriften();
+    blattNeuZeichnen();
 }
 
 void MainWindow::on4erListe(bool gewaehlt)
@@ -169,6 +176,7 @@ void MainWindow::on4erListe(bool gewaehlt)
     const QSignalBlocker sperre(ui->tb4erListe);
     ui->tb4erListe->setChecked(true);
     spielerKnoepfeBeschriften();
+    blattNeuZeichnen();
 }
 
 void MainWindow::spielerListeFuellen(const QString &kopf)

@@ -119,6 +119,7 @@ void MainWindow::bierlachsIndexChanged(int index)
         Bierlachs::runden(datenbank->spiele(), listenTyp, bierlachsMaxPunkte);
     if (index >= 0 && index < runden.size())
         bierlachsRundeAnzeigen(runden.at(index));
+    blattFuellen();
 }
 
 void MainWindow::bierlachsRundenEnde(int zeile)
@@ -181,6 +182,7 @@ void MainWindow::onSetModusTurnier()
 {
     modus = Spielmodus::Turnier;
     lblModus->setText(Spielmodus::menuText(modus, bierlachsMaxPunkte));
+    blattFuellen();
     ui->cmbBierlachs->setVisible(false);
     if (!dockZeitLimit)
         dockZeitLimit = eingabeDock(QStringLiteral("DockZeitLimit"),
@@ -194,6 +196,7 @@ void MainWindow::onSetModusErgebnis()
 {
     modus = Spielmodus::Ergebnis;
     lblModus->setText(Spielmodus::menuText(modus, bierlachsMaxPunkte));
+    blattFuellen();
     ui->cmbBierlachs->setVisible(false);
 }
 
@@ -201,6 +204,7 @@ void MainWindow::onSetModusBierlachs()
 {
     modus = Spielmodus::Bierlachs;
     lblModus->setText(Spielmodus::menuText(modus, bierlachsMaxPunkte));
+    blattFuellen();
     ui->cmbBierlachs->setVisible(true);
     if (!dockBierlachs)
         dockBierlachs = eingabeDock(

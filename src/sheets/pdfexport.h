@@ -1,0 +1,17 @@
+#pragma once
+
+// The score sheet as a one-page PDF: the scene of the view scaled onto an A4
+// portrait page without margins, keeping its proportions.
+
+#include <QString>
+
+class QDate;
+class QGraphicsView;
+
+// Renders what the view shows of its scene into the PDF at pfad, replacing
+// an existing file. False when the file cannot be opened for painting or the
+// view has no scene.
+bool pdfSchreiben(QGraphicsView *ansicht, const QString &pfad);
+
+// "Skat<dd-MM-yyyy>_S<serie>_T<tisch>.pdf", e.g. Skat14-11-2026_S2_T5.pdf.
+QString pdfDateiName(const QDate &datum, int serie, int tischNr);
