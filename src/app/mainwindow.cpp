@@ -2,6 +2,7 @@
 
 #include "app/version.h"
 #include "help/helpwidget.h"
+#include "sheets/skatjornal.h"
 #include "sheets/spielblatt.h"
 #include "ui_mainwindow.h"
 #include "velmora/client.h"
@@ -203,6 +204,7 @@ void MainWindow::tabellenEinrichten()
          QStringLiteral("Spieler1"), QStringLiteral("Spieler2"), QStringLiteral("Spieler3"),
          QStringLiteral("Spieler4"), QStringLiteral("Eingepasst"), QStringLiteral("Reizung")});
     ui->tblViewUebersicht->setModel(uebersichtModel);
+    jornal = new SkatJornal(this);
     teilnehmerTabelleEinrichten();
     kopfFelderVerbinden();
     kostenFelderEinrichten();

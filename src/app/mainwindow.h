@@ -21,7 +21,10 @@
 class Client;
 class Spielblatt;
 struct BlattKopf;
+class DockFileView;
 class DockReizung;
+class SkatJornal;
+struct XmlDaten;
 class HelpWidget;
 class MySortFilterProxyModel;
 class QActionGroup;
@@ -94,8 +97,10 @@ public slots:
     void setTabWidgetNeuToHide();
     void onStartSpiel();
 
-    // List menu entries of the file and settings subsystems
+    // Protocol files
     void onLoadXml();
+    void onLoadXmlOk();
+    void onLoadXmlAbbruch();
     void onSaveListe();
     void onSaveListe(bool frageDateiname);
     void onEinstellungen();
@@ -221,6 +226,16 @@ private:
     void blattFuellen();
     void ergebnisseMelden(const QStringList &ergebnisse);
     void teilnehmerGeaendert();
+    void listenTypAnzeigen(int spieler);
+
+    // Protocol files and journal
+    XmlDaten xmlDaten() const;
+    QList<QLineEdit *> kostenFelderInDateiReihenfolge() const;
+    void xmlSpeichern(const QString &pfad);
+    void xmlImportieren(const QString &pfad);
+    void jornalStarten();
+    void jornalWiederherstellen();
+    void jornalEintragen(const SpielEintrag &spiel, int status);
 
     // Standings, modes and time limit
     QList<QLineEdit *> punkteFelder() const;
@@ -282,6 +297,8 @@ private:
     MySortFilterProxyModel *teilnehmerProxy = nullptr;
     QStandardItemModel *spielerListeModel = nullptr;
     DockReizung *dockReizung = nullptr;
+    DockFileView *dockFileView = nullptr;
+    SkatJornal *jornal = nullptr;
     QPointer<QDockWidget> dockZeitLimit;
     QPointer<QDockWidget> dockBierlachs;
     QTime stopZeit;

@@ -209,17 +209,8 @@ void MainWindow::onNeuesProtokollOk()
 
     if (modus != Spielmodus::Bierlachs)
         bierlachsMaxPunkte = 0;
-    const int teilnehmer = teilnehmerModel->rowCount();
-    listenTyp = teilnehmer == 3 ? 3 : 4;
+    listenTypAnzeigen(teilnehmerModel->rowCount() == 3 ? 3 : 4);
     ui->spbSpielAnzahl->setValue(listenTyp == 3 ? 36 : 48);
-    ui->tblViewUebersicht->setColumnHidden(SpielEintrag::Spieler4, listenTyp == 3);
-    ui->tbSpieler4->setVisible(listenTyp == 4);
-    ui->lePunkte4->setVisible(listenTyp == 4);
-    {
-        const QSignalBlocker sperre3(ui->tb3erListe);
-        const QSignalBlocker sperre4(ui->tb4erListe);
-        (listenTyp == 3 ? ui->tb3erListe : ui->tb4erListe)->setChecked(true);
-    }
 
     teilnehmerModel->submitAll();
     uebersichtFuellen();
@@ -234,6 +225,17 @@ void MainWindow::onNeuesProtokollOk()
     emit spielStandsAnzeigeAufNullSetzen();
     setTabWidgetNeuToHide();
     lblListe->setText(QStringLiteral("Erstliste Tisch %1").arg(ui->spbTischNr->value()));
+}
+
+void MainWindow::listenTypAnzeigen(int spieler)
+{
+    listenTyp = spieler;
+    ui->tblViewUebersicht->setColumnHidden(SpielEintrag::Spieler4, listenTyp == 3);
+    ui->tbSpieler4->setVisible(listenTyp == 4);
+    ui->lePunkte4->setVisible(listenTyp == 4);
+    const QSignalBlocker sperre3(ui->tb3erListe);
+    const QSignalBlocker sperre4(ui->tb4erListe);
+    (listenTyp == 3 ? ui->tb3erListe : ui->tb4erListe)->setChecked(true);
 }
 
 void MainWindow::teilnehmerAnhaengen(const QString &name)
@@ -265,6 +267,7 @@ void MainWindow::onStartSpiel()
     ui->tabWidget->setCurrentWidget(ui->tabSpieleintrag);
     teilnehmerModel->submitAll();
     kopfSchreiben();
+    jornalStarten();
     blattNeuZeichnen();
     spielStandAktualisieren(false);
     if (modus == Spielmodus::Turnier)

@@ -37,7 +37,6 @@ void MainWindow::menuesVerbinden()
 
 // Entries whose work arrives with their own subsystems; until then choosing
 // them changes nothing.
-void MainWindow::onLoadXml() {}
 void MainWindow::onEinstellungen() {}
 void MainWindow::startZweitProtokoll() {}
 void MainWindow::onZweitListeFreigeben()
@@ -50,4 +49,3 @@ void MainWindow::onZweitListeFreigeben(bool ask)
 }
 void MainWindow::onClearProtokoll() {}
 void MainWindow::CheckRecordGegenRecordVonErsterListe() {}
-void MainWindow::onSicherheitsKopieSpeichern() {}

@@ -74,6 +74,7 @@ void MainWindow::protokollWiederherstellen()
     spielStandAktualisieren(false);
     statusBar()->showMessage(QStringLiteral("Geber %1").arg(teilnehmerName(geber)));
     zeitLimitWiederherstellen();
+    jornalWiederherstellen();
 }
 
 void MainWindow::uebersichtFuellen()

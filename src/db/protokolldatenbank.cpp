@@ -1,6 +1,7 @@
 #include "db/protokolldatenbank.h"
 
 #include "db/statements.h"
+#include "sheets/xmlprotokoll.h"
 
 #include <QDebug>
 #include <QSqlError>
@@ -273,6 +274,57 @@ void ProtokollDatenbank::kopfLeeren()
 void ProtokollDatenbank::teilnehmerLeeren()
 {
     ausfuehren(QStringLiteral("DELETE FROM Teilnehmer"));
+}
+
+bool ProtokollDatenbank::protokollErsetzen(const XmlDaten &daten, QString *fehler)
+{
+    const auto abbrechen = [&](const QSqlError &sqlFehler) {
+        m_db.rollback();
+        if (fehler)
+            *fehler = sqlFehler.text();
+        return false;
+    };
+    if (!m_db.transaction()) {
+        if (fehler)
+            *fehler = m_db.lastError().text();
+        return false;
+    }
+    {
+        QSqlQuery query(m_db);
+        for (const QString &statement :
+             {QStringLiteral("DELETE FROM SpielListe"), QStringLiteral("DELETE FROM Settings"),
+              QStringLiteral("DELETE FROM Teilnehmer"),
+              QStringLiteral("INSERT INTO Settings (Zeile, TischNr, Serie, AnzahlSpiele, Modus, "
+                             "BlPunkte, Datum, Gruppe) VALUES (1, %1, %2, %3, %4, %5, '%6', '%7')")
+                  .arg(daten.tischNr)
+                  .arg(daten.serie)
+                  .arg(daten.spielAnzahl)
+                  .arg(daten.modus)
+                  .arg(0)
+                  .arg(daten.datum.toString(QStringLiteral("yyyy-MM-dd")),
+                       Sql::quoted(daten.gruppe))}) {
+            if (!query.exec(statement))
+                return abbrechen(query.lastError());
+        }
+        query.prepare(QStringLiteral(
+            "INSERT INTO Teilnehmer (MgldNr, Name, Mitglied, Preisskat)VALUES (?, ?, ?, ?)"));
+        for (const XmlSpieler &spieler : daten.spieler) {
+            query.addBindValue(spieler.mgldNr);
+            // Name is NOT NULL, and a null QString would be bound as NULL.
+            query.addBindValue(spieler.name.isNull() ? QLatin1String("") : spieler.name);
+            query.addBindValue(spieler.mitglied);
+            query.addBindValue(spieler.preisskat);
+            if (!query.exec())
+                return abbrechen(query.lastError());
+        }
+        for (const SpielEintrag &spiel : daten.spiele) {
+            if (!query.exec(spiel.insertStatement()))
+                return abbrechen(query.lastError());
+        }
+    }
+    if (!m_db.commit())
+        return abbrechen(m_db.lastError());
+    return true;
 }
 
 std::optional<SpielerDatensatz> ProtokollDatenbank::spielerNachName(const QString &name) const

@@ -15,6 +15,8 @@
 
 #include <optional>
 
+struct XmlDaten;
+
 // The single row of table Settings.
 struct ListenKopf
 {
@@ -77,6 +79,11 @@ public:
     void kopfLeeren();
 
     void teilnehmerLeeren();
+
+    // Replaces list, header and participants by a protocol read from a file, in one
+    // transaction: after a failing statement everything is as before and *fehler says why.
+    // The player registry is left alone.
+    bool protokollErsetzen(const XmlDaten &daten, QString *fehler = nullptr);
 
     // The club's player registry.
     QStringList spielerNamen() const;

@@ -5,6 +5,7 @@
 
 #include "game/dockreizung.h"
 #include "game/panelstellung.h"
+#include "sheets/skatjornal.h"
 #include "standings/spielmodus.h"
 #include "ui_mainwindow.h"
 
@@ -48,6 +49,7 @@ void MainWindow::spielInListeEintragen()
             aktuellesSpiel.setze(SpielEintrag::Reizung, leReizwert->text().toInt());
         aktuellesSpiel.setze(SpielEintrag::Zeile, bearbeiteteZeile);
         datenbank->aendern(aktuellesSpiel);
+        jornalEintragen(aktuellesSpiel, JornalEintrag::Geaendert);
         bearbeitungsModus = false;
     } else {
         if (ui->spbSpielAnzahl->value() < spielNummer) {
@@ -66,6 +68,7 @@ void MainWindow::spielInListeEintragen()
         }
         aktuellesSpiel.setze(SpielEintrag::Zeile, spielNummer);
         datenbank->einfuegen(aktuellesSpiel);
+        jornalEintragen(aktuellesSpiel, JornalEintrag::Normal);
     }
 
     uebersichtFuellen();
@@ -155,6 +158,8 @@ void MainWindow::onSpielEintragLoeschen()
                               QStringLiteral("Zeile %1 wirklich entfernen?").arg(zeile),
                               QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
+    if (const std::optional<SpielEintrag> geloescht = datenbank->spiel(zeile))
+        jornalEintragen(*geloescht, JornalEintrag::Geloescht);
     datenbank->entfernen(zeile);
     uebersichtFuellen();
     blattFuellen();

@@ -118,4 +118,5 @@ void MainWindow::onSaveListe(bool frageDateiname)
     if (frageDateiname)
         QMessageBox::information(this, tr("INFO"), tr("Datei\n%1").arg(pdfPfad), QMessageBox::Ok);
     pdfSchreiben(ui->gvSpieleListe, pdfPfad);
+    xmlSpeichern(xmlPfad);
 }
