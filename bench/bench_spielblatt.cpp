@@ -3,6 +3,7 @@
 // and how big that PDF is. Run with -platform offscreen. With KARTULO_BENCH_PDF set to a
 // file name, the 48-game PDF is kept there to be looked at.
 
+#include "helpers/testprotokoll.h"
 #include "sheets/listview.h"
 #include "sheets/pdfexport.h"
 #include "sheets/spielblatt.h"
@@ -15,71 +16,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using TestProtokoll::abend;
+
 namespace {
 
 using S = SpielEintrag;
-
-// A plausible evening: suit, Grand and Null games, some lost, some passed in, every
-// player declaring in turn and the dealer of a table of four sitting out.
-QVector<SpielEintrag> abend(int anzahl, int spieler)
-{
-    QVector<SpielEintrag> spiele;
-    quint32 zufall = 20261114;
-    auto naechste = [&zufall](int grenze) {
-        zufall = zufall * 1103515245u + 12345u;
-        return static_cast<int>((zufall >> 16) % static_cast<quint32>(grenze));
-    };
-    static const int reizwerte[] = {18, 20, 22, 23, 24, 27, 30, 33, 35, 36, 40, 44, 46, 48, 50};
-    for (int i = 0; i < anzahl; ++i) {
-        SpielEintrag e;
-        e.setze(S::Zeile, i + 1);
-        if (naechste(12) == 0) {
-            e.setze(S::Eingepasst, true);
-            spiele << e;
-            continue;
-        }
-        const int geber = i % spieler;
-        int sitz = naechste(spieler);
-        if (spieler == 4 && sitz == geber)
-            sitz = (sitz + 1) % 4;
-        int wert = 0;
-        const int art = naechste(10);
-        if (art < 2) {
-            static const int nullWerte[] = {23, 35, 46, 59};
-            const int n = naechste(4);
-            e.setze(S::Spiel, 23);
-            e.setze(S::Hand, n == 1 || n == 3);
-            e.setze(S::Offen, n >= 2);
-            wert = nullWerte[n];
-        } else {
-            const int grund = art < 4 ? 24 : 9 + naechste(4);
-            const int spitzen = 1 + naechste(3);
-            e.setze(naechste(2) ? S::Mit : S::Ohne, spitzen);
-            e.setze(S::Spiel, grund);
-            int stufe = spitzen + 1;
-            if (naechste(4) == 0) {
-                e.setze(S::Hand, true);
-                ++stufe;
-            }
-            if (naechste(5) == 0) {
-                e.setze(S::Schneider, true);
-                ++stufe;
-            }
-            wert = grund * stufe;
-        }
-        const bool verloren = naechste(4) == 0;
-        e.setze(verloren ? S::Verloren : S::Gewonnen, verloren ? 2 * wert : wert);
-        e.setze(static_cast<S::Spalte>(S::Spieler1 + sitz), verloren ? -2 * wert : wert);
-        int reizung = 18;
-        for (int r : reizwerte) {
-            if (r <= wert && naechste(3) != 0)
-                reizung = r;
-        }
-        e.setze(S::Reizung, reizung);
-        spiele << e;
-    }
-    return spiele;
-}
 
 // Footer texts in the shape of the money account: points in rows 0 to 2, Euro below.
 std::array<QStringList, 8> fussFuer(const QVector<SpielEintrag> &spiele, int spieler)

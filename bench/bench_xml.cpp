@@ -6,54 +6,16 @@
 // under it (TMPDIR).
 
 #include "db/protokolldatenbank.h"
+#include "helpers/testprotokoll.h"
 #include "sheets/xmlprotokoll.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
 #include <QtTest>
 
+using TestProtokoll::abend;
+
 namespace {
-
-using S = SpielEintrag;
-
-// A plausible evening: suit, Grand and Null games, some lost, some passed in.
-QVector<SpielEintrag> abend(int anzahl)
-{
-    QVector<SpielEintrag> spiele;
-    quint32 zufall = 20240503;
-    auto naechste = [&zufall](int grenze) {
-        zufall = zufall * 1103515245u + 12345u;
-        return static_cast<int>((zufall >> 16) % static_cast<quint32>(grenze));
-    };
-    for (int i = 0; i < anzahl; ++i) {
-        SpielEintrag e;
-        e.setze(S::Zeile, i + 1);
-        if (naechste(12) == 0) {
-            e.setze(S::Eingepasst, true);
-            spiele << e;
-            continue;
-        }
-        int wert = 23;
-        if (naechste(5) == 0) {
-            e.setze(S::Spiel, 23);
-        } else {
-            const int grund = 9 + naechste(4);
-            const int spitzen = 1 + naechste(3);
-            e.setze(naechste(2) ? S::Mit : S::Ohne, spitzen);
-            e.setze(S::Spiel, grund);
-            e.setze(S::Hand, naechste(4) == 0);
-            e.setze(S::Schneider, naechste(5) == 0);
-            wert = grund * (spitzen + 1 + e[S::Hand] + e[S::Schneider]);
-        }
-        const bool verloren = naechste(4) == 0;
-        e.setze(verloren ? S::Verloren : S::Gewonnen, verloren ? 2 * wert : wert);
-        const int sitz = naechste(4);
-        e.setze(static_cast<S::Spalte>(S::Spieler1 + sitz), verloren ? -2 * wert : wert);
-        e.setze(S::Reizung, 18);
-        spiele << e;
-    }
-    return spiele;
-}
 
 XmlDaten liste(int anzahl)
 {
@@ -73,7 +35,7 @@ XmlDaten liste(int anzahl)
         {4, QStringLiteral("Carl"), QStringLiteral("Nein"), QStringLiteral("Ja")},
         {1290, QStringLiteral("Dora Ehlers-Friedrichsen"), QStringLiteral("Ja"),
          QStringLiteral("Ja")}};
-    d.spiele = abend(anzahl);
+    d.spiele = abend(anzahl, 4);
     return d;
 }
 

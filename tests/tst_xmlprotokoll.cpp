@@ -4,6 +4,7 @@
 // with its rollback.
 
 #include "db/protokolldatenbank.h"
+#include "helpers/testprotokoll.h"
 #include "helpers/testumgebung.h"
 #include "sheets/xmlprotokoll.h"
 
@@ -13,72 +14,9 @@
 #include <QSqlRecord>
 #include <QTemporaryDir>
 
+using TestProtokoll::abend;
+
 namespace {
-
-using S = SpielEintrag;
-
-// Games of every kind: suit, Grand and Null games, hand, schneider and schwarz (announced
-// or not), open games, lost games and rounds passed in, so that every column of the file
-// takes more than one value and a mixed-up attribute shows.
-QVector<SpielEintrag> abend(int anzahl, int spieler)
-{
-    QVector<SpielEintrag> spiele;
-    quint32 zufall = 20240503;
-    auto naechste = [&zufall](int grenze) {
-        zufall = zufall * 1103515245u + 12345u;
-        return static_cast<int>((zufall >> 16) % static_cast<quint32>(grenze));
-    };
-    static const int reizwerte[] = {18, 20, 22, 23, 24, 27, 30, 33, 35, 36, 40, 44, 46, 48, 50};
-    static const int nullWerte[] = {23, 35, 46, 59};
-    for (int i = 0; i < anzahl; ++i) {
-        SpielEintrag e;
-        e.setze(S::Zeile, i + 1);
-        if (naechste(10) == 0) {
-            e.setze(S::Eingepasst, true);
-            spiele << e;
-            continue;
-        }
-        int sitz = naechste(spieler);
-        if (spieler == 4 && sitz == i % spieler)
-            sitz = (sitz + 1) % 4;
-        int wert = 0;
-        const int art = naechste(10);
-        if (art < 2) {
-            const int n = naechste(4);
-            e.setze(S::Spiel, 23);
-            e.setze(S::Hand, n == 1 || n == 3);
-            e.setze(S::Offen, n >= 2);
-            wert = nullWerte[n];
-        } else {
-            const int grund = art < 4 ? 24 : 9 + naechste(4);
-            const int spitzen = 1 + naechste(4);
-            e.setze(naechste(2) ? S::Mit : S::Ohne, spitzen);
-            e.setze(S::Spiel, grund);
-            const bool hand = naechste(3) == 0;
-            const int extra = naechste(6);
-            e.setze(S::Hand, hand);
-            e.setze(S::Schneider, extra >= 3);
-            e.setze(S::AngSchneider, hand && extra >= 4);
-            e.setze(S::Schwarz, extra >= 4);
-            e.setze(S::AngSchwarz, hand && extra == 5);
-            e.setze(S::Offen, hand && extra == 5 && naechste(2));
-            // Each of the six flags from Hand to Offen raises the multiplier by one.
-            int stufe = spitzen + 1;
-            for (int spalte = S::Hand; spalte <= S::Offen; ++spalte)
-                stufe += e.wert(spalte);
-            wert = grund * stufe;
-        }
-        const bool verloren = naechste(4) == 0;
-        e.setze(verloren ? S::Verloren : S::Gewonnen, verloren ? 2 * wert : wert);
-        e.setze(static_cast<S::Spalte>(S::Spieler1 + sitz), verloren ? -2 * wert : wert);
-        int reizung = 18;
-        for (int r : reizwerte)
-            reizung = r <= wert && naechste(3) != 0 ? r : reizung;
-        e.setze(S::Reizung, reizung);
-        spiele << e;
-    }
-    return spiele;
-}
 
 // A tournament list of four with a name of each kind that needs care in XML: "&", quotes,
 // angle brackets, umlauts and an apostrophe (which stays as it is in a double-quoted

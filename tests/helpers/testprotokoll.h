@@ -3,8 +3,11 @@
 // Builds kartulo.db contents for window tests and reads them back through a
 // connection of its own, and clicks the window's widgets by object name.
 
+#include "game/spieleintrag.h"
+
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 class QWidget;
 
@@ -33,6 +36,11 @@ struct Spiel
     bool gewonnen = true;
     QString reizung;
 };
+
+// A plausible evening of the given length for 3 or 4 players: suit, Grand
+// and Null games with every modifier, lost games and passed-in rounds, the
+// dealer of a table of four never declaring. The same sequence every call.
+QVector<SpielEintrag> abend(int anzahl, int spieler);
 
 // Sets the panel, presses "Fertig" and "Übernehmen".
 void eingeben(QWidget *fenster, const Spiel &spiel);
