@@ -9,10 +9,11 @@ target_compile_definitions(kartulo_options INTERFACE
   QT_DISABLE_DEPRECATED_BEFORE=0x050F00
   QT_NO_CAST_FROM_BYTEARRAY)
 
-# Adds a QtTest executable to CTest; every test runs on the offscreen platform.
-function(kartulo_add_test name)
+# Adds a QtTest executable, linked with the given test toolkit, to CTest; every
+# test runs on the offscreen platform.
+function(kartulo_add_test name toolkit)
   add_executable(${name} ${ARGN})
-  target_link_libraries(${name} PRIVATE kartulo_testhelpers kartulo_options)
+  target_link_libraries(${name} PRIVATE ${toolkit} kartulo_options)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false"

@@ -2,9 +2,9 @@
 // window, the manager's cost push, and saving the PDF.
 
 #include "app/mainwindow.h"
+#include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
-#include "helpers/testumgebung.h"
 
 #include <QAction>
 #include <QFile>
@@ -17,6 +17,7 @@
 #include <QSpinBox>
 
 using namespace TestProtokoll;
+using namespace Fenster;
 
 namespace {
 

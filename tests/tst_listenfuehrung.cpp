@@ -2,11 +2,11 @@
 // three and four players, the end of the list per mode, refusals, the wait
 // timer, editing and deleting entries, and the bid dock.
 
+#include "app/game/dockreizung.h"
 #include "app/mainwindow.h"
-#include "game/dockreizung.h"
+#include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
-#include "helpers/testumgebung.h"
 
 #include <QLCDNumber>
 #include <QLineEdit>
@@ -18,6 +18,7 @@
 #include <QToolButton>
 
 using namespace TestProtokoll;
+using namespace Fenster;
 
 namespace {
 

@@ -3,10 +3,10 @@
 // back onto the entry panel.
 
 #include "app/mainwindow.h"
-#include "db/statements.h"
+#include "core/db/statements.h"
+#include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
-#include "helpers/testumgebung.h"
 
 #include <QActionGroup>
 #include <QComboBox>

@@ -2,9 +2,9 @@
 // fields, and the standings lines after each game.
 
 #include "app/mainwindow.h"
+#include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
-#include "helpers/testumgebung.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -23,6 +23,7 @@
 #include <QToolButton>
 
 using namespace TestProtokoll;
+using namespace Fenster;
 
 namespace {
 

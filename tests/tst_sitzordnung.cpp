@@ -3,10 +3,10 @@
 // manager lists, registering one player, and names that are refused.
 
 #include "app/mainwindow.h"
+#include "app/players/namensdelegate.h"
+#include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
-#include "helpers/testumgebung.h"
-#include "players/namensdelegate.h"
 
 #include <QDir>
 #include <QLineEdit>
@@ -19,6 +19,7 @@
 #include <QToolButton>
 
 using namespace TestProtokoll;
+using namespace Fenster;
 
 namespace {
 

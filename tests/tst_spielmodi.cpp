@@ -2,9 +2,9 @@
 // and a Bierlachs evening played down round by round.
 
 #include "app/mainwindow.h"
+#include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
-#include "helpers/testumgebung.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -18,6 +18,7 @@
 #include <QTimer>
 
 using namespace TestProtokoll;
+using namespace Fenster;
 
 namespace {
 

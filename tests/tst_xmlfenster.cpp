@@ -2,13 +2,13 @@
 // copy, loading a list back through the picker, damaged files that leave
 // the running list alone, and the journal of an evening.
 
+#include "app/files/dockfileview.h"
 #include "app/mainwindow.h"
+#include "core/files/skatjornal.h"
+#include "core/files/xmlprotokoll.h"
+#include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
-#include "helpers/testumgebung.h"
-#include "sheets/dockfileview.h"
-#include "sheets/skatjornal.h"
-#include "sheets/xmlprotokoll.h"
 
 #include <QAction>
 #include <QDockWidget>
@@ -22,6 +22,7 @@
 #include <QTreeView>
 
 using namespace TestProtokoll;
+using namespace Fenster;
 
 namespace {
 
@@ -155,7 +156,7 @@ void TstXmlFenster::sicherheitskopie()
     const auto daten = XmlProtokoll::lesen(kopie);
     QVERIFY(std::holds_alternative<XmlDaten>(daten));
     QCOMPARE(std::get<XmlDaten>(daten).spiele.size(), 48);
-    QCOMPARE(std::get<XmlDaten>(daten).tischNr, 5);
+    QCOMPARE(std::get<XmlDaten>(daten).kopf.tischNr, 5);
     QVERIFY(kopie.endsWith("</Kartulo>\n"));
 }
 

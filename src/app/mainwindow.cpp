@@ -1,27 +1,16 @@
 #include "app/mainwindow.h"
 
-#include "app/version.h"
-#include "help/helpwidget.h"
-#include "sheets/skatjornal.h"
-#include "sheets/spielblatt.h"
+#include "app/help/helpwidget.h"
+#include "app/widgets/werkzeugleiste.h"
+#include "core/service/listendienst.h"
+#include "core/service/version.h"
 #include "ui_mainwindow.h"
-#include "velmora/client.h"
 
-#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
-#include <QHBoxLayout>
-#include <QIntValidator>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QScreen>
-#include <QSettings>
-#include <QSqlTableModel>
-#include <QStandardItemModel>
-#include <QToolBar>
 
 namespace {
 
@@ -31,14 +20,6 @@ const char *const ToolButtonStil =
     "#b0b76b);}QToolButton:checked {background-color: qlineargradient(x1: 0, y1: 0, x2: 0, y2: 1, "
     "stop: 0 #008fff, stop: 1 #87ceeb);}";
 
-void textFarbeSetzen(QLineEdit *feld, const QColor &farbe)
-{
-    QPalette palette = feld->palette();
-    for (auto gruppe : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-        palette.setColor(gruppe, QPalette::Text, farbe);
-    feld->setPalette(palette);
-}
-
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWindow)
@@ -46,29 +27,34 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     // The images live in this static library; nothing else would pull them in.
     Q_INIT_RESOURCE(kartulo);
     ui->setupUi(this);
-    // The new-protocol page is shown only while a protocol is being prepared.
-    tabNeuSeite = ui->tabNeu;
-    ui->tabWidget->removeTab(ui->tabWidget->indexOf(tabNeuSeite));
-    tabNeuSeite->hide();
-
     anwendungsIdentitaetSetzen();
-    einstellungenLaden();
-    listenWidgetsVerbinden();
-    werkzeugleisteAnlegen();
-    signaleVerbinden();
-    menuesVerbinden();
-    client = new Client(QStringLiteral("Kartulo"), this);
-    bildschirmAnpassen();
-    tabellenEinrichten();
-    timerAnlegen();
-    datenbankOeffnen();
-
-    setWindowTitle(QStringLiteral("Kartulo"));
-    setMinimumSize(size());
 
     const QString verzeichnis = Einstellungen::datenVerzeichnis();
     if (!verzeichnis.isEmpty())
         QDir().mkpath(verzeichnis);
+    m_einstellungen = new Einstellungen(this);
+    m_einstellungen->laden(verzeichnis);
+
+    m_leiste = new Werkzeugleiste(this);
+    addToolBar(Qt::TopToolBarArea, m_leiste);
+    bildschirmAnpassen();
+    m_hilfe = new HelpWidget(ui->tabBeschreibung);
+    ui->vlBeschreibung->addWidget(m_hilfe);
+
+    m_dienst = new ListenDienst(verzeichnis, this);
+    m_kopf = new KopfSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
+    m_sitze = new SitzSteuerung(this, *ui, *m_dienst);
+    m_eintrag = new EintragSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
+    m_stand = new StandSteuerung(this, *ui, *m_dienst, *m_einstellungen);
+    m_modus = new ModusSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
+    m_blatt = new BlattSteuerung(this, *ui, *m_dienst, *m_einstellungen);
+    m_dateien = new DateiSteuerung(this, m_grosserBildschirm, *m_dienst, *m_einstellungen);
+    teileVerbinden();
+    menuesVerbinden();
+    datenbankOeffnen(m_dienst->oeffnen());
+
+    setWindowTitle(QStringLiteral("Kartulo"));
+    setMinimumSize(size());
     if (verzeichnis.isEmpty())
         QMessageBox::warning(this, QStringLiteral("WARNUNG"),
                              QStringLiteral("Hat Kartulo Berechtigung zum Speichern von Daten?"));
@@ -76,8 +62,10 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
 
 MainWindow::~MainWindow()
 {
-    // The model holds the connection, which the database closes when it goes.
-    delete teilnehmerModel;
+    // The parts show the list, so they go before it.
+    for (QObject *teil : std::initializer_list<QObject *>{m_dateien, m_blatt, m_modus, m_stand,
+                                                          m_eintrag, m_sitze, m_kopf})
+        delete teil;
 }
 
 void MainWindow::anwendungsIdentitaetSetzen()
@@ -85,90 +73,6 @@ void MainWindow::anwendungsIdentitaetSetzen()
     QCoreApplication::setOrganizationName(Einstellungen::organisationsName());
     QCoreApplication::setApplicationName(Einstellungen::anwendungsName());
     QCoreApplication::setOrganizationDomain(Einstellungen::organisationsDomain());
-}
-
-void MainWindow::einstellungenLaden()
-{
-    settings = std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope,
-                                           Einstellungen::organisationsName(),
-                                           Einstellungen::anwendungsName());
-    datenVerzeichnis = Einstellungen::datenVerzeichnis();
-    if (!datenVerzeichnis.isEmpty() && !QDir(datenVerzeichnis).exists())
-        QDir().mkpath(datenVerzeichnis);
-    einstellungen = std::make_unique<Einstellungen>(*settings);
-    einstellungen->laden(datenVerzeichnis);
-    kosten = einstellungen->kosten();
-    vereinsname = einstellungen->vereinsname();
-}
-
-void MainWindow::listenWidgetsVerbinden()
-{
-    connect(ui->pbVergroessern, &QPushButton::clicked, this, &MainWindow::onZoomIn);
-    connect(ui->pbVerkleinern, &QPushButton::clicked, this, &MainWindow::onZoomOut);
-    connect(ui->cmbBierlachs, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &MainWindow::bierlachsIndexChanged);
-    connect(ui->tblViewUebersicht, &QTableView::doubleClicked, this,
-            &MainWindow::onUebersichtDoubleClicked);
-    ui->tblViewUebersicht->addAction(ui->actionEintragAendern);
-    ui->tblViewUebersicht->addAction(ui->actionEintragLoeschen);
-    connect(ui->actionEintragAendern, &QAction::triggered, this,
-            &MainWindow::onSpielEintragBearbeiten);
-    connect(ui->actionEintragLoeschen, &QAction::triggered, this,
-            &MainWindow::onSpielEintragLoeschen);
-    connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::onTabChanged);
-}
-
-void MainWindow::werkzeugleisteAnlegen()
-{
-    auto *leiste = new QToolBar(this);
-    leiste->setObjectName(QStringLiteral("toolBar"));
-    leiste->setMovable(false);
-    addToolBar(Qt::TopToolBarArea, leiste);
-
-    auto *inhalt = new QWidget(leiste);
-    auto *layout = new QHBoxLayout(inhalt);
-    layout->setContentsMargins(4, 2, 4, 2);
-
-    lblListe = new QLabel(QStringLiteral("Liste"), inhalt);
-    lblListe->setObjectName(QStringLiteral("lblListe"));
-    pbReizung = new QPushButton(QStringLiteral("Reizung"), inhalt);
-    pbReizung->setObjectName(QStringLiteral("pbReizung"));
-    leReizwert = new QLineEdit(inhalt);
-    leReizwert->setObjectName(QStringLiteral("leReizwert"));
-    leReizwert->setReadOnly(true);
-    leReizwert->setValidator(new QIntValidator(18, 264, leReizwert));
-    leReizwert->setMaximumWidth(100);
-    lblModus = new QLabel(QStringLiteral("Turniermodus"), inhalt);
-    lblModus->setObjectName(QStringLiteral("lblModus"));
-    lblModus->setAlignment(Qt::AlignCenter);
-    leMeldungRot = new QLineEdit(inhalt);
-    leMeldungRot->setObjectName(QStringLiteral("leMeldungRot"));
-    leMeldungRot->setReadOnly(true);
-    textFarbeSetzen(leMeldungRot, Qt::red);
-    leMeldungGruen = new QLineEdit(inhalt);
-    leMeldungGruen->setObjectName(QStringLiteral("leMeldungGruen"));
-    leMeldungGruen->setReadOnly(true);
-    textFarbeSetzen(leMeldungGruen, Qt::darkGreen);
-
-    layout->addWidget(lblListe, 10);
-    layout->addWidget(pbReizung, 10);
-    layout->addWidget(leReizwert, 10);
-    layout->addWidget(lblModus, 10);
-    layout->addWidget(leMeldungRot, 20);
-    layout->addWidget(leMeldungGruen, 40);
-    leiste->addWidget(inhalt);
-    connect(pbReizung, &QPushButton::clicked, this, &MainWindow::onDockReizung);
-}
-
-void MainWindow::signaleVerbinden()
-{
-    connect(this, &MainWindow::messageKartengeber, this, &MainWindow::showKartengeber);
-    connect(this, &MainWindow::messageSumme1, this, &MainWindow::setPunkte1);
-    connect(this, &MainWindow::messageSumme2, this, &MainWindow::setPunkte2);
-    connect(this, &MainWindow::messageSumme3, this, &MainWindow::setPunkte3);
-    connect(this, &MainWindow::messageSumme4, this, &MainWindow::setPunkte4);
-    connect(this, &MainWindow::spielStandsAnzeigeAufNullSetzen, this,
-            &MainWindow::onSpielStandsAnzeigeAufNullSetzen);
 }
 
 bool MainWindow::istKleinerBildschirm(const QSize &verfuegbar)
@@ -182,7 +86,7 @@ void MainWindow::bildschirmAnpassen()
     if (!bildschirm)
         return;
     if (istKleinerBildschirm(bildschirm->availableSize())) {
-        grosserBildschirm = false;
+        m_grosserBildschirm = false;
         QFont schrift = QApplication::font();
         schrift.setPixelSize(20);
         setFont(schrift);
@@ -193,54 +97,116 @@ void MainWindow::bildschirmAnpassen()
     qApp->setStyleSheet(QLatin1String(ToolButtonStil));
 }
 
-void MainWindow::tabellenEinrichten()
+void MainWindow::teileVerbinden()
 {
-    uebersichtModel = new QStandardItemModel(this);
-    uebersichtModel->setHorizontalHeaderLabels(
-        {QStringLiteral("Nr"), QStringLiteral("Spiel"), QStringLiteral("Mit"),
-         QStringLiteral("Ohne"), QStringLiteral("Hand"), QStringLiteral("Schneider"),
-         QStringLiteral("AngSchn"), QStringLiteral("Schwarz"), QStringLiteral("AngSchw"),
-         QStringLiteral("Offen"), QStringLiteral("Gew"), QStringLiteral("Verl"),
-         QStringLiteral("Spieler1"), QStringLiteral("Spieler2"), QStringLiteral("Spieler3"),
-         QStringLiteral("Spieler4"), QStringLiteral("Eingepasst"), QStringLiteral("Reizung")});
-    ui->tblViewUebersicht->setModel(uebersichtModel);
-    jornal = new SkatJornal(this);
-    teilnehmerTabelleEinrichten();
-    kopfFelderVerbinden();
-    kostenFelderEinrichten();
-    ui->deDatum->setDate(listenDatum);
-    ui->leListenName->setText(vereinsname);
-    panelGruppenAnlegen();
-    connect(ui->pbInListeEintragen, &QPushButton::clicked, this,
-            &MainWindow::spielInListeEintragen);
-    helpWidget = new HelpWidget(ui->tabBeschreibung);
-    ui->vlBeschreibung->addWidget(helpWidget);
+    connect(this, &MainWindow::messageKartengeber, this, &MainWindow::showKartengeber);
+    connect(this, &MainWindow::messageSumme1, this, &MainWindow::setPunkte1);
+    connect(this, &MainWindow::messageSumme2, this, &MainWindow::setPunkte2);
+    connect(this, &MainWindow::messageSumme3, this, &MainWindow::setPunkte3);
+    connect(this, &MainWindow::messageSumme4, this, &MainWindow::setPunkte4);
+    connect(this, &MainWindow::spielStandsAnzeigeAufNullSetzen, this,
+            &MainWindow::onSpielStandsAnzeigeAufNullSetzen);
+    connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::onTabChanged);
+    connect(ui->cmbBierlachs, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &MainWindow::bierlachsIndexChanged);
+
+    connect(m_eintrag, &EintragSteuerung::kartengeber, this, &MainWindow::messageKartengeber);
+    connect(m_eintrag, &EintragSteuerung::hervorheben, this, &MainWindow::setPunkteHighlited);
+    connect(m_eintrag, &EintragSteuerung::spielUebernommen, m_stand,
+            &StandSteuerung::rundenEndePruefen);
+    connect(m_stand, &StandSteuerung::zeilen, this, &MainWindow::punkteZeilenSenden);
+
+    connect(m_kopf, &KopfSteuerung::laufzustandGeaendert, m_sitze,
+            &SitzSteuerung::laufzustandSetzen);
+    connect(m_kopf, &KopfSteuerung::laufzustandGeaendert, m_eintrag,
+            &EintragSteuerung::laufzustandSetzen);
+    connect(m_kopf, &KopfSteuerung::laufzustandGeaendert, m_stand,
+            &StandSteuerung::laufzustandSetzen);
+    connect(m_kopf, &KopfSteuerung::protokollWirdVorbereitet, m_eintrag,
+            &EintragSteuerung::geberAnsageUnterdruecken);
+    connect(m_kopf, &KopfSteuerung::protokollVorbereitet, m_eintrag,
+            &EintragSteuerung::ersterGeberAnsagen);
+    connect(m_kopf, &KopfSteuerung::protokollVorbereitet, this,
+            &MainWindow::spielStandsAnzeigeAufNullSetzen);
+    connect(m_kopf, &KopfSteuerung::serieGestartet, m_modus, &ModusSteuerung::serieGestartet);
+    connect(m_sitze, &SitzSteuerung::sitzeGetauscht, m_eintrag,
+            &EintragSteuerung::ersterGeberAnsagen);
+    connect(m_dateien, &DateiSteuerung::protokollGeladen, m_kopf, &KopfSteuerung::protokollGeladen);
+    connect(m_dateien, &DateiSteuerung::protokollGeladen, m_modus,
+            &ModusSteuerung::protokollGeladen);
+    connect(m_dateien, &DateiSteuerung::protokollGeladen, m_eintrag,
+            &EintragSteuerung::geberAnsagen);
 }
 
-void MainWindow::timerAnlegen()
+void MainWindow::menuesVerbinden()
 {
-    // Named children, so the timers can be looked up like any widget.
-    for (auto [timer, name] :
-         {std::pair{&wartenTimer, "wartenTimer"},
-          std::pair{&sicherheitskopieTimer, "sicherheitskopieTimer"},
-          std::pair{&checkTimer, "checkTimer"}, std::pair{&restZeitTimer, "restZeitTimer"}}) {
-        timer->setParent(this);
-        timer->setObjectName(QLatin1String(name));
+    connect(ui->actionNeu, &QAction::triggered, this, &MainWindow::onNewProtokoll);
+    connect(ui->actionLaden, &QAction::triggered, this, &MainWindow::onLoadXml);
+    connect(ui->actionSpeichern, &QAction::triggered, this,
+            QOverload<>::of(&MainWindow::onSaveListe));
+    connect(ui->actionDatenbankZuruecksetzen, &QAction::triggered, this,
+            &MainWindow::onDeleteDatabase);
+    connect(ui->actionInfoKartulo, &QAction::triggered, this, &MainWindow::infoKartulo);
+    connect(ui->actionEinstellungen, &QAction::triggered, this, &MainWindow::onEinstellungen);
+    connect(ui->actionVerbinden, &QAction::triggered, this, &MainWindow::startZweitProtokoll);
+    connect(ui->actionTrennen, &QAction::triggered, this,
+            QOverload<>::of(&MainWindow::onZweitListeFreigeben));
+    connect(ui->actionLeeren, &QAction::triggered, this, &MainWindow::onClearProtokoll);
+    // Usable only once a tournament manager is connected.
+    ui->menuZweitliste->setEnabled(false);
+}
+
+void MainWindow::datenbankOeffnen(ProtokollDatenbank::Zustand zustand)
+{
+    using Zustand = ProtokollDatenbank::Zustand;
+    if (zustand == Zustand::Gespeichert) {
+        m_kopf->wiederherstellen();
+        m_modus->wiederherstellen();
+        m_eintrag->wiederherstellen();
+        return;
     }
-    wartenTimer.setSingleShot(true);
-    wartenTimer.setInterval(10000);
-    connect(&wartenTimer, &QTimer::timeout, this, &MainWindow::onWartenAufEintrag);
+    if (zustand == Zustand::Unbenutzbar || zustand == Zustand::Fremd)
+        // The file is left alone; the window goes on without a protocol.
+        QMessageBox::warning(this, QStringLiteral("WARNUNG"),
+                             QStringLiteral("Die Datenbank\n%1\nkann nicht benutzt werden.\n%2")
+                                 .arg(m_dienst->dateiName(), m_dienst->fehler()));
+    m_kopf->anfangszustand();
+    m_hilfe->zeigeSeite(QStringLiteral("Kurzanleitung"));
+}
 
-    sicherheitskopieTimer.setInterval(einstellungen->sicherheitskopieIntervallMs());
-    connect(&sicherheitskopieTimer, &QTimer::timeout, this,
-            &MainWindow::onSicherheitsKopieSpeichern);
-    sicherheitskopieTimer.start();
+void MainWindow::onDeleteDatabase()
+{
+    if (QMessageBox::question(this, QStringLiteral("FRAGE"),
+                              QStringLiteral("Datenbank zuruecksetzen?"),
+                              QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+        return;
+    datenbankOeffnen(m_dienst->zuruecksetzen());
+}
 
-    checkTimer.setInterval(5000);
-    connect(&checkTimer, &QTimer::timeout, this, &MainWindow::CheckRecordGegenRecordVonErsterListe);
+void MainWindow::punkteZeilenSenden(const QStringList &zeilen)
+{
+    emit messageSumme1(zeilen.value(0));
+    emit messageSumme2(zeilen.value(1));
+    emit messageSumme3(zeilen.value(2));
+    emit messageSumme4(zeilen.value(3));
+}
 
-    restZeitTimer.setInterval(300000);
-    connect(&restZeitTimer, &QTimer::timeout, this, &MainWindow::onZeigeRestZeitLimit);
+void MainWindow::bierlachsIndexChanged(int index)
+{
+    m_stand->rundeZeigen(index);
+    m_blatt->rundeWaehlen(index);
+}
+
+void MainWindow::onSaveListe(bool frageDateiname)
+{
+    const QString xmlPfad = m_blatt->pdfSpeichern(frageDateiname);
+    if (!xmlPfad.isEmpty())
+        m_dateien->xmlSpeichern(xmlPfad);
+}
+
+void MainWindow::onTeilnehmerInserted(int row, QSqlRecord &record)
+{
+    ListenDienst::teilnehmerVorbelegen(row, record);
 }
 
 void MainWindow::infoKartulo()
@@ -266,34 +232,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
         event->ignore();
         return;
     }
-    kopfSchreiben();
-    settings->setValue(QStringLiteral("spielstopzeit"), QStringLiteral("openend"));
+    m_kopf->schliessen();
+    m_einstellungen->spielstopzeitSetzen(QStringLiteral("openend"));
     event->accept();
-}
-
-void MainWindow::onTabChanged(int index)
-{
-    Q_UNUSED(index);
-}
-
-void MainWindow::onZoomIn()
-{
-    zoomFaktor += 0.2;
-    // At the limits the factor is clamped but the view keeps its last scale,
-    // so the next step in the other direction shows at once.
-    if (zoomFaktor > 5.0) {
-        zoomFaktor = 5.0;
-        return;
-    }
-    ui->gvSpieleListe->setTransform(QTransform::fromScale(zoomFaktor, zoomFaktor));
-}
-
-void MainWindow::onZoomOut()
-{
-    zoomFaktor -= 0.2;
-    if (zoomFaktor < 0.5) {
-        zoomFaktor = 0.5;
-        return;
-    }
-    ui->gvSpieleListe->setTransform(QTransform::fromScale(zoomFaktor, zoomFaktor));
 }

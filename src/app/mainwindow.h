@@ -1,45 +1,28 @@
 #pragma once
 
-// The one window of Kartulo. It owns the protocol database, the settings
-// store, the models, the LAN client and the timers, and wires the widgets to
-// the domain classes; its slots read widgets, call the domain and show the
-// result. Each subsystem keeps its slots in a file of its own folder.
+// The one window of Kartulo. It builds the frame (form, tool bar, menus, help
+// pane), creates the list and the parts of the window that show and change
+// it, and wires them together in one place. Its slots are the window's
+// interface; each hands the work to the part that owns the widgets concerned.
 
-#include "app/einstellungen.h"
-#include "db/protokolldatenbank.h"
-#include "game/spieleintrag.h"
+#include "app/files/dateisteuerung.h"
+#include "app/game/eintragsteuerung.h"
+#include "app/header/kopfsteuerung.h"
+#include "app/players/sitzsteuerung.h"
+#include "app/sheets/blattsteuerung.h"
+#include "app/standings/modussteuerung.h"
+#include "app/standings/standsteuerung.h"
+#include "core/db/protokolldatenbank.h"
 
-#include <QDate>
 #include <QMainWindow>
 #include <QModelIndex>
-#include <QPointer>
-#include <QTime>
-#include <QTimer>
 
 #include <memory>
 
-class Client;
-class Spielblatt;
-struct BlattKopf;
-class DockFileView;
-class DockReizung;
-class SkatJornal;
-struct XmlDaten;
 class HelpWidget;
-class MySortFilterProxyModel;
-class QActionGroup;
-class QButtonGroup;
-class QDockWidget;
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QSettings;
+class ListenDienst;
 class QSqlRecord;
-class QSqlTableModel;
-class QStandardItemModel;
-struct BierlachsRunde;
-struct PanelEingabe;
-struct PanelStellung;
+class Werkzeugleiste;
 
 namespace Ui {
 class MainWindow;
@@ -58,14 +41,13 @@ public:
     static bool istKleinerBildschirm(const QSize &verfuegbar);
 
     // Loads a stored game onto the entry panel for editing.
-    void spielInPanel(const SpielEintrag &eintrag);
+    void spielInPanel(const SpielEintrag &eintrag) { m_eintrag->spielInPanel(eintrag); }
     // Values pushed by the tournament manager: table, series and the twelve
     // cost fields joined with "|"; another table's or series' values are ignored.
-    void kostenVomManager(const QStringList &werte);
-
+    void kostenVomManager(const QStringList &werte) { m_blatt->kostenVomManager(werte); }
     // Registers one player given as "number|name|member|prize skat" unless
     // the name is known; returns the member number, 0 when nothing was read.
-    int spielerHinzufuegen(const QString &text);
+    int spielerHinzufuegen(const QString &text) { return m_kopf->spielerHinzufuegen(text); }
 
 signals:
     void messageKartengeber(QString text);
@@ -76,261 +58,137 @@ signals:
     void spielStandsAnzeigeAufNullSetzen();
 
 public slots:
-    // Protocol database
+    // Protocol database and main window
     void onDeleteDatabase();
-
-    // Main window
     void infoKartulo();
-    void onTabChanged(int index);
-    void onZoomIn();
-    void onZoomOut();
+    void onTabChanged(int index) { Q_UNUSED(index); }
+    void onZoomIn() { m_blatt->onZoomIn(); }
+    void onZoomOut() { m_blatt->onZoomOut(); }
     void bierlachsIndexChanged(int index);
 
     // List header and new protocol
-    void onTischNr(int nummer);
-    void onSerie(int nummer);
-    void onListenName(QString name);
-    void onChangeGruppenId(QString gruppe);
-    void onNewProtokoll();
-    void onNeuesProtokollOk();
-    void onNeuesProtokollAbbruch();
-    void setTabWidgetNeuToHide();
-    void onStartSpiel();
+    void onTischNr(int nummer) { m_kopf->onTischNr(nummer); }
+    void onSerie(int nummer) { m_kopf->onSerie(nummer); }
+    void onListenName(QString name) { m_kopf->onListenName(name); }
+    void onChangeGruppenId(QString gruppe) { m_kopf->onChangeGruppenId(gruppe); }
+    void onNewProtokoll() { m_kopf->onNewProtokoll(); }
+    void onNeuesProtokollOk() { m_kopf->onNeuesProtokollOk(); }
+    void onNeuesProtokollAbbruch() { m_kopf->onNeuesProtokollAbbruch(); }
+    void setTabWidgetNeuToHide() { m_kopf->setTabWidgetNeuToHide(); }
+    void onStartSpiel() { m_kopf->onStartSpiel(); }
 
     // Protocol files
-    void onLoadXml();
-    void onLoadXmlOk();
-    void onLoadXmlAbbruch();
-    void onSaveListe();
+    void onLoadXml() { m_dateien->onLoadXml(); }
+    void onLoadXmlOk() { m_dateien->onLoadXmlOk(); }
+    void onLoadXmlAbbruch() { m_dateien->onLoadXmlAbbruch(); }
+    void onSaveListe() { onSaveListe(true); }
     void onSaveListe(bool frageDateiname);
-    void onEinstellungen();
+    void onSicherheitsKopieSpeichern() { m_dateien->onSicherheitsKopieSpeichern(); }
 
-    // Second list
-    void startZweitProtokoll();
-    void onZweitListeFreigeben();
-    void onZweitListeFreigeben(bool ask);
-    void onClearProtokoll();
-    void CheckRecordGegenRecordVonErsterListe();
+    // The settings dialog and the second list arrive with their own parts;
+    // until then choosing them changes nothing.
+    void onEinstellungen() {}
+    void startZweitProtokoll() {}
+    void onZweitListeFreigeben() { onZweitListeFreigeben(true); }
+    void onZweitListeFreigeben(bool ask) { Q_UNUSED(ask); }
+    void onClearProtokoll() {}
+    void CheckRecordGegenRecordVonErsterListe() {}
 
     // Play modes and time limit
-    void onSetModusTurnier();
-    void onSetModusErgebnis();
-    void onSetModusBierlachs();
-    void onZeitLimitOk();
-    void onZeitLimitAbbruch();
-    void onBierlachsModusMaxPunkteOk();
-    void onBierlachsModusMaxPunkteAbbruch();
-    void onZeigeRestZeitLimit();
+    void onSetModusTurnier() { m_modus->onSetModusTurnier(); }
+    void onSetModusErgebnis() { m_modus->onSetModusErgebnis(); }
+    void onSetModusBierlachs() { m_modus->onSetModusBierlachs(); }
+    void onZeitLimitOk() { m_modus->onZeitLimitOk(); }
+    void onZeitLimitAbbruch() { m_modus->onZeitLimitAbbruch(); }
+    void onBierlachsModusMaxPunkteOk() { m_modus->onBierlachsModusMaxPunkteOk(); }
+    void onBierlachsModusMaxPunkteAbbruch() { m_modus->onBierlachsModusMaxPunkteAbbruch(); }
+    void onZeigeRestZeitLimit() { m_modus->onZeigeRestZeitLimit(); }
 
     // Game entry
-    void onFertig();
-    void onSchneider(bool gesetzt);
-    void onSchwarz(bool gesetzt);
-    void onGrang(bool gesetzt);
-    void onNull(bool gesetzt);
-    void onEingepasst(bool gesetzt);
-    void spielInListeEintragen();
-    void onWartenAufEintrag();
-    void showKartengeber(QString text);
-    void onUebersichtDoubleClicked(QModelIndex index);
-    void onSpielEintragBearbeiten();
-    void onSpielEintragLoeschen();
-    void onDockReizung();
-    void onSelectedReizWert(int value);
+    void onFertig() { m_eintrag->onFertig(); }
+    void onSchneider(bool gesetzt) { m_eintrag->onSchneider(gesetzt); }
+    void onSchwarz(bool gesetzt) { m_eintrag->onSchwarz(gesetzt); }
+    void onGrang(bool gesetzt) { m_eintrag->onGrang(gesetzt); }
+    void onNull(bool gesetzt) { m_eintrag->onNull(gesetzt); }
+    void onEingepasst(bool gesetzt) { m_eintrag->onEingepasst(gesetzt); }
+    void spielInListeEintragen() { m_eintrag->spielInListeEintragen(); }
+    void onWartenAufEintrag() { m_eintrag->spielInListeEintragen(); }
+    void showKartengeber(QString text) { m_eintrag->kartengeberZeigen(text); }
+    void onUebersichtDoubleClicked(QModelIndex index)
+    {
+        m_eintrag->onUebersichtDoubleClicked(index);
+    }
+    void onSpielEintragBearbeiten() { m_eintrag->onSpielEintragBearbeiten(); }
+    void onSpielEintragLoeschen() { m_eintrag->onSpielEintragLoeschen(); }
+    void onDockReizung() { m_eintrag->onDockReizung(); }
+    void onSelectedReizWert(int value) { m_eintrag->onSelectedReizWert(value); }
 
     // Players and seating
-    void onUp();
-    void onDown();
-    void on3erListe(bool gewaehlt);
-    void on4erListe(bool gewaehlt);
+    void onUp() { m_sitze->onUp(); }
+    void onDown() { m_sitze->onDown(); }
+    void on3erListe(bool gewaehlt) { m_sitze->on3erListe(gewaehlt); }
+    void on4erListe(bool gewaehlt) { m_sitze->on4erListe(gewaehlt); }
     void onTeilnehmerInserted(int row, QSqlRecord &record);
-    void spielerAusTextDateiLaden();
-    void ladeSpielerListe(QStringList liste);
-    void onSpielerSelected();
-    void onSpielerDoubleClicked(QModelIndex index);
+    void spielerAusTextDateiLaden() { m_kopf->spielerAusTextDateiLaden(); }
+    void ladeSpielerListe(QStringList liste) { m_kopf->ladeSpielerListe(liste); }
+    void onSpielerSelected() { m_kopf->onSpielerSelected(); }
+    void onSpielerDoubleClicked(QModelIndex index) { m_kopf->onSpielerDoubleClicked(index); }
 
     // Cost account settings
-    void onKostenPlatz1(QString text);
-    void onKostenPlatz2(QString text);
-    void onKostenPlatz3(QString text);
-    void onKostenPlatz4(QString text);
-    void onKartenGeld();
-    void onVerlSpiel1Bis5();
-    void onVerlSpielAb6();
-    void onPreisSkat();
-    void onPunkteGewSpiele(QString text);
-    void onPunkteVerlSpieleGegenSpieler3(QString text);
-    void onPunkteVerlSpieleGegenSpieler4(QString text);
+    void onKostenPlatz1(QString text) { m_blatt->kostenEingegeben(Kosten::Platz1, text); }
+    void onKostenPlatz2(QString text) { m_blatt->kostenEingegeben(Kosten::Platz2, text); }
+    void onKostenPlatz3(QString text) { m_blatt->kostenEingegeben(Kosten::Platz3, text); }
+    void onKostenPlatz4(QString text) { m_blatt->kostenEingegeben(Kosten::Platz4, text); }
+    void onKartenGeld() { m_blatt->kostenEingegeben(Kosten::Kartengeld); }
+    void onVerlSpiel1Bis5() { m_blatt->kostenEingegeben(Kosten::VerlSpiel1Bis5); }
+    void onVerlSpielAb6() { m_blatt->kostenEingegeben(Kosten::VerlSpielAb6); }
+    void onPreisSkat() { m_blatt->kostenEingegeben(Kosten::Preisskat); }
+    void onPunkteGewSpiele(QString text)
+    {
+        m_blatt->kostenEingegeben(Kosten::GewSpieleMinusVerlSpiele, text);
+    }
+    void onPunkteVerlSpieleGegenSpieler3(QString text)
+    {
+        m_blatt->kostenEingegeben(Kosten::VerlSpieleDerGegenSpieler3, text);
+    }
+    void onPunkteVerlSpieleGegenSpieler4(QString text)
+    {
+        m_blatt->kostenEingegeben(Kosten::VerlSpieleDerGegenSpieler4, text);
+    }
 
     // Standings
-    void onSpielStandsAnzeigeAufNullSetzen();
-    void setPunkteHighlited(int sitz);
-    void setPunkte1(QString text);
-    void setPunkte2(QString text);
-    void setPunkte3(QString text);
-    void setPunkte4(QString text);
-
-    // Files
-    void onSicherheitsKopieSpeichern();
+    void onSpielStandsAnzeigeAufNullSetzen() { m_stand->leeren(); }
+    void setPunkteHighlited(int sitz) { m_stand->hervorheben(sitz); }
+    void setPunkte1(QString text) { m_stand->punkteSetzen(0, text); }
+    void setPunkte2(QString text) { m_stand->punkteSetzen(1, text); }
+    void setPunkte3(QString text) { m_stand->punkteSetzen(2, text); }
+    void setPunkte4(QString text) { m_stand->punkteSetzen(3, text); }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    // Construction
+    using Kosten = Einstellungen::Kosten;
+
     void anwendungsIdentitaetSetzen();
-    void einstellungenLaden();
-    void listenWidgetsVerbinden();
-    void werkzeugleisteAnlegen();
-    void signaleVerbinden();
-    void menuesVerbinden();
     void bildschirmAnpassen();
-    void tabellenEinrichten();
-    void timerAnlegen();
-    void panelGruppenAnlegen();
-
-    // Protocol database
-    void datenbankOeffnen();
-    void protokollWiederherstellen();
-    void teilnehmerModellEinrichten();
-    void anfangszustandZeigen();
-    void uebersichtFuellen();
-
-    // List header
-    void kopfFelderVerbinden();
-    void kopfLesen();
-    void kopfSchreiben();
-    void setzeLaufzustand(bool laufend);
-    QList<QLineEdit *> neueSpielerFelder() const;
-    void teilnehmerAnhaengen(const QString &name);
-
-    // Cost account and score sheet
-    enum Beschreibung
-    {
-        BeschreibungGewonnen,
-        BeschreibungGegenspieler,
-        BeschreibungKartengeld,
-        BeschreibungVerloren,
-        BeschreibungPreisskat,
-        BeschreibungPlatz
-    };
-    void kostenFelderEinrichten();
-    void kostenGeaendert(int beschreibung, bool platzMitEuro);
-    void geldSetzen(double &wert, const char *key, const QString &text, int beschreibung);
-    void faktorSetzen(int &wert, const char *key, const QString &text, int beschreibung);
-    Spielblatt *aktuellesBlatt() const;
-    BlattKopf blattKopf() const;
-    void blattNeuZeichnen();
-    void blattKopfZeichnen();
-    QVector<SpielEintrag> blattSpiele() const;
-    void blattFuellen();
-    void ergebnisseMelden(const QStringList &ergebnisse);
-    void teilnehmerGeaendert();
-    void listenTypAnzeigen(int spieler);
-
-    // Protocol files and journal
-    XmlDaten xmlDaten() const;
-    QList<QLineEdit *> kostenFelderInDateiReihenfolge() const;
-    void xmlSpeichern(const QString &pfad);
-    void xmlImportieren(const QString &pfad);
-    void jornalStarten();
-    void jornalWiederherstellen();
-    void jornalEintragen(const SpielEintrag &spiel, int status);
-
-    // Standings, modes and time limit
-    QList<QLineEdit *> punkteFelder() const;
+    void teileVerbinden();
+    void menuesVerbinden();
+    void datenbankOeffnen(ProtokollDatenbank::Zustand zustand);
     void punkteZeilenSenden(const QStringList &zeilen);
-    void spielStandAktualisieren(bool geberAnsagen);
-    void bierlachsStandAnzeigen(const QVector<SpielEintrag> &spiele);
-    void bierlachsRundeAnzeigen(const BierlachsRunde &runde);
-    void bierlachsRundenEnde(int zeile);
-    // A one-line dock asking for a number, with "Ok" and "Abbruch".
-    QDockWidget *eingabeDock(const QString &name, const QString &text, int wert, int von, int bis,
-                             void (MainWindow::*beiOk)(), void (MainWindow::*beiAbbruch)());
-    void dockEntfernen(QPointer<QDockWidget> &dock);
-    void restZeitZeigen(const QString &text, bool rot);
-    void zeitLimitStarten(bool starten);
-    void zeitLimitWiederherstellen();
-
-    // Game record on the entry panel
-    void panelStellungAnwenden(const PanelStellung &stellung);
-    PanelEingabe panelLesen() const;
-    void nullKnoepfeSperren(bool gesperrt);
-    void panelZuruecksetzen();
-    void spielerKnoepfeFreigeben();
-
-    // Players
-    void teilnehmerTabelleEinrichten();
-    QString teilnehmerName(int sitz) const;
-    void spielerKnoepfeBeschriften();
-    int gewaehlterSitz() const;
-    void sitzeTauschen(int sitz, int nachbar);
-    void spielerListeFuellen(const QString &kopf);
 
     std::unique_ptr<Ui::MainWindow> ui;
-    std::unique_ptr<QSettings> settings;
-    std::unique_ptr<Einstellungen> einstellungen;
-    std::unique_ptr<ProtokollDatenbank> datenbank;
-    QString datenVerzeichnis;
+    Einstellungen *m_einstellungen;
+    ListenDienst *m_dienst;
+    Werkzeugleiste *m_leiste;
+    HelpWidget *m_hilfe;
+    bool m_grosserBildschirm = true;
 
-    KostenWerte kosten;
-    QString vereinsname;
-    QString gruppenId;
-    int listenTyp = 4;
-    QDate listenDatum = QDate::currentDate();
-    int modus = 0;
-    int bierlachsMaxPunkte = 500;
-    int zeitLimitMinuten = 120;
-    bool grosserBildschirm = true;
-    double zoomFaktor = 1.0;
-
-    SpielEintrag aktuellesSpiel;
-    bool bearbeitungsModus = false;
-    int bearbeiteteZeile = 0;
-    bool serieLaeuft = false;
-    int geber = 0;
-    // Set while a list is restored or prepared and by seat moves, so the
-    // dealer box follows entered games and deletions only.
-    bool geberAnsageUnterdrueckt = false;
-
-    QSqlTableModel *teilnehmerModel = nullptr;
-    MySortFilterProxyModel *teilnehmerProxy = nullptr;
-    QStandardItemModel *spielerListeModel = nullptr;
-    DockReizung *dockReizung = nullptr;
-    DockFileView *dockFileView = nullptr;
-    SkatJornal *jornal = nullptr;
-    QPointer<QDockWidget> dockZeitLimit;
-    QPointer<QDockWidget> dockBierlachs;
-    QTime stopZeit;
-    std::unique_ptr<Spielblatt> blatt3;
-    std::unique_ptr<Spielblatt> blatt4;
-    QString pdfPfad;
-    QString xmlPfad;
-    // Pairing with a second list; while either is set no results are reported.
-    bool hasSecondList = false;
-    bool secondListPending = false;
-    QStringList letzteErgebnisse;
-    QStandardItemModel *uebersichtModel = nullptr;
-    Client *client = nullptr;
-    HelpWidget *helpWidget = nullptr;
-    QWidget *tabNeuSeite = nullptr;
-
-    QLabel *lblListe = nullptr;
-    QPushButton *pbReizung = nullptr;
-    QLineEdit *leReizwert = nullptr;
-    QLabel *lblModus = nullptr;
-    QLineEdit *leMeldungRot = nullptr;
-    QLineEdit *leMeldungGruen = nullptr;
-    QActionGroup *modusGruppe = nullptr;
-
-    QButtonGroup *bgMatadorModus = nullptr;
-    QButtonGroup *bgMatadorAnzahl = nullptr;
-    QButtonGroup *bgErgebnis = nullptr;
-    QButtonGroup *bgSpieler = nullptr;
-    QButtonGroup *bgSpielTyp = nullptr;
-
-    QTimer wartenTimer;
-    QTimer sicherheitskopieTimer;
-    QTimer checkTimer;
-    QTimer restZeitTimer;
+    KopfSteuerung *m_kopf;
+    SitzSteuerung *m_sitze;
+    EintragSteuerung *m_eintrag;
+    StandSteuerung *m_stand;
+    ModusSteuerung *m_modus;
+    BlattSteuerung *m_blatt;
+    DateiSteuerung *m_dateien;
 };

@@ -1,11 +1,9 @@
 #include "helpers/testprotokoll.h"
 
-#include "db/statements.h"
+#include "core/db/statements.h"
 #include "helpers/testumgebung.h"
 
-#include <QAbstractButton>
 #include <QDir>
-#include <QLineEdit>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -90,16 +88,6 @@ bool anlegen(int spieler, int anzahlSpiele, int modus, int tischNr)
     return sql(statements);
 }
 
-void klick(QWidget *fenster, const char *name)
-{
-    auto *knopf = fenster->findChild<QAbstractButton *>(QLatin1String(name));
-    if (!knopf) {
-        qWarning("kein Knopf %s", name);
-        return;
-    }
-    knopf->click();
-}
-
 QVector<SpielEintrag> abend(int anzahl, int spieler)
 {
     QVector<SpielEintrag> spiele;
@@ -160,19 +148,6 @@ QVector<SpielEintrag> abend(int anzahl, int spieler)
         spiele << e;
     }
     return spiele;
-}
-
-void eingeben(QWidget *fenster, const Spiel &spiel)
-{
-    klick(fenster, spiel.typ);
-    klick(fenster, "tbMit");
-    klick(fenster, "tb1");
-    klick(fenster, spiel.gewonnen ? "tbGewonnen" : "tbVerloren");
-    if (spiel.sitz >= 0)
-        klick(fenster, qPrintable(QStringLiteral("tbSpieler%1").arg(spiel.sitz + 1)));
-    fenster->findChild<QLineEdit *>(QStringLiteral("leReizwert"))->setText(spiel.reizung);
-    klick(fenster, "pbFertig");
-    klick(fenster, "pbInListeEintragen");
 }
 
 } // namespace TestProtokoll

@@ -1,15 +1,13 @@
 #pragma once
 
-// Builds kartulo.db contents for window tests and reads them back through a
-// connection of its own, and clicks the window's widgets by object name.
+// Builds kartulo.db contents for the tests and reads them back through a
+// connection of its own.
 
-#include "game/spieleintrag.h"
+#include "core/db/spieleintrag.h"
 
 #include <QString>
 #include <QStringList>
 #include <QVector>
-
-class QWidget;
 
 namespace TestProtokoll {
 
@@ -24,25 +22,9 @@ QList<int> spalte(const QString &tabelle, const QString &spalte);
 // with four players) in registry and seating, and the header row.
 bool anlegen(int spieler, int anzahlSpiele, int modus = 0, int tischNr = 5);
 
-// Clicks the child widget with the given object name.
-void klick(QWidget *fenster, const char *name);
-
-// One game as the scorer sets it on the panel: game type button, one jack
-// "Mit", result, declarer seat (-1 for none) and bid text.
-struct Spiel
-{
-    const char *typ = "tbKreuz";
-    int sitz = 0;
-    bool gewonnen = true;
-    QString reizung;
-};
-
 // A plausible evening of the given length for 3 or 4 players: suit, Grand
 // and Null games with every modifier, lost games and passed-in rounds, the
 // dealer of a table of four never declaring. The same sequence every call.
 QVector<SpielEintrag> abend(int anzahl, int spieler);
-
-// Sets the panel, presses "Fertig" and "Übernehmen".
-void eingeben(QWidget *fenster, const Spiel &spiel);
 
 } // namespace TestProtokoll

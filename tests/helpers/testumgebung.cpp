@@ -43,7 +43,7 @@ QString datenbankDatei()
 
 void allesLoeschen()
 {
-    QFile::remove(datenbankDatei());
+    QDir(datenVerzeichnis()).removeRecursively();
     QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
               QStringLiteral("Kartulo"))
         .clear();

@@ -4,7 +4,7 @@
 // kartulo.db) and the settings store live in a temporary directory that is
 // removed when the program ends.
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QString>
 #include <QtTest>
 
@@ -23,11 +23,12 @@ void allesLoeschen();
 
 } // namespace TestUmgebung
 
-#define KARTULO_TEST_MAIN(Klasse)                                                                  \
+// For the domain tests, which need no window system.
+#define KARTULO_KERN_TEST_MAIN(Klasse)                                                             \
     int main(int argc, char *argv[])                                                               \
     {                                                                                              \
         TestUmgebung::vorbereiten();                                                               \
-        QApplication app(argc, argv);                                                              \
+        QCoreApplication app(argc, argv);                                                          \
         Klasse test;                                                                               \
         return QTest::qExec(&test, argc, argv);                                                    \
     }

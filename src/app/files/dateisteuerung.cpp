@@ -1,0 +1,130 @@
+#include "app/files/dateisteuerung.h"
+
+#include "app/files/dockfileview.h"
+#include "core/files/xmlprotokoll.h"
+#include "core/service/einstellungen.h"
+#include "core/service/listendienst.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QMainWindow>
+#include <QMessageBox>
+
+DateiSteuerung::DateiSteuerung(QMainWindow *fenster, bool grosserBildschirm, ListenDienst &dienst,
+                               Einstellungen &einstellungen)
+    : QObject(fenster), m_fenster(fenster), m_grosserBildschirm(grosserBildschirm),
+      m_dienst(dienst), m_einstellungen(einstellungen)
+{
+    m_sicherheitskopieTimer.setParent(this);
+    m_sicherheitskopieTimer.setObjectName(QStringLiteral("sicherheitskopieTimer"));
+    m_sicherheitskopieTimer.setInterval(m_einstellungen.sicherheitskopieIntervallMs());
+    connect(&m_sicherheitskopieTimer, &QTimer::timeout, this,
+            &DateiSteuerung::onSicherheitsKopieSpeichern);
+    m_sicherheitskopieTimer.start();
+}
+
+void DateiSteuerung::warnen(const QString &text)
+{
+    QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"), text);
+}
+
+XmlDaten DateiSteuerung::xmlDaten() const
+{
+    XmlDaten daten;
+    daten.kopf = m_dienst.kopf();
+    daten.kosten = m_einstellungen.kosten();
+    daten.verein = m_einstellungen.vereinsname();
+    daten.spieler = m_dienst.teilnehmer();
+    daten.spiele = m_dienst.spiele();
+    return daten;
+}
+
+bool DateiSteuerung::xmlSpeichern(const QString &pfad)
+{
+    if (XmlProtokoll::dateiSchreiben(pfad, XmlProtokoll::schreiben(xmlDaten())))
+        return true;
+    warnen(QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden.").arg(pfad));
+    return false;
+}
+
+void DateiSteuerung::onSicherheitsKopieSpeichern()
+{
+    const QString verzeichnis = Einstellungen::datenVerzeichnis();
+    QDir().mkpath(verzeichnis);
+    // Silent: the next tick tries again.
+    XmlProtokoll::dateiSchreiben(QStringLiteral("%1/xmlsicherheitskopie.xml").arg(verzeichnis),
+                                 XmlProtokoll::schreiben(xmlDaten()));
+}
+
+void DateiSteuerung::onLoadXml()
+{
+    const QString verzeichnis = Einstellungen::datenVerzeichnis();
+    QDir().mkpath(verzeichnis);
+    // On a tablet the picker dock is easier to hit than a file dialog.
+    if (!m_grosserBildschirm) {
+        if (m_dockFileView)
+            return;
+        m_dockFileView = new DockFileView(verzeichnis, m_fenster);
+        m_dockFileView->setFeatures(QDockWidget::NoDockWidgetFeatures);
+        m_fenster->addDockWidget(Qt::TopDockWidgetArea, m_dockFileView);
+        connect(m_dockFileView, &DockFileView::accept, this, &DateiSteuerung::onLoadXmlOk);
+        connect(m_dockFileView, &DockFileView::reject, this, &DateiSteuerung::onLoadXmlAbbruch);
+        m_dockFileView->show();
+        return;
+    }
+    const QString pfad =
+        QFileDialog::getOpenFileName(m_fenster, QStringLiteral("XML-Datei oeffnen..."), verzeichnis,
+                                     QStringLiteral("XML-Dateien (*.xml)"));
+    if (!pfad.isEmpty())
+        importieren(pfad);
+}
+
+void DateiSteuerung::onLoadXmlOk()
+{
+    if (!m_dockFileView)
+        return;
+    const QString datei = m_dockFileView->ausgewaehlteDatei();
+    m_dockFileView->hide();
+    if (!datei.isEmpty())
+        importieren(QStringLiteral("%1/%2").arg(Einstellungen::datenVerzeichnis(), datei));
+    onLoadXmlAbbruch();
+}
+
+void DateiSteuerung::onLoadXmlAbbruch()
+{
+    if (!m_dockFileView)
+        return;
+    m_fenster->removeDockWidget(m_dockFileView);
+    m_dockFileView->deleteLater();
+    m_dockFileView = nullptr;
+}
+
+void DateiSteuerung::importieren(const QString &pfad)
+{
+    QFile datei(pfad);
+    if (!datei.open(QIODevice::ReadOnly)) {
+        warnen(QStringLiteral("Die Datei\n%1\nkann nicht gelesen werden.").arg(pfad));
+        return;
+    }
+    const auto gelesen = XmlProtokoll::lesen(datei.readAll());
+    if (const auto *fehler = std::get_if<XmlFehler>(&gelesen)) {
+        warnen(QStringLiteral("Die Datei\n%1\nist kein lesbares Protokoll.\nZeile %2: %3\nDie "
+                              "laufende Liste bleibt unveraendert.")
+                   .arg(pfad)
+                   .arg(fehler->zeile)
+                   .arg(fehler->text));
+        return;
+    }
+    const XmlDaten &daten = std::get<XmlDaten>(gelesen);
+    const DienstErgebnis ergebnis =
+        m_dienst.protokollErsetzen(daten.kopf, daten.spieler, daten.spiele);
+    if (!ergebnis.ok()) {
+        warnen(QStringLiteral("Das Protokoll\n%1\nkonnte nicht uebernommen werden.\n%2")
+                   .arg(pfad, ergebnis.fehler));
+        return;
+    }
+    m_einstellungen.kostenSetzen(daten.kosten);
+    m_einstellungen.vereinsnameSetzen(daten.verein);
+    emit protokollGeladen();
+}

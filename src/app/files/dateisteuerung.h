@@ -1,0 +1,47 @@
+#pragma once
+
+// The list as an XML protocol file: the copy beside the PDF, the backup copy
+// every few minutes, and opening a protocol file to continue it, on a tablet
+// through the picker dock, on a large screen through the file dialog.
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+class DockFileView;
+class Einstellungen;
+class ListenDienst;
+class QMainWindow;
+struct XmlDaten;
+
+class DateiSteuerung : public QObject
+{
+    Q_OBJECT
+
+public:
+    DateiSteuerung(QMainWindow *fenster, bool grosserBildschirm, ListenDienst &dienst,
+                   Einstellungen &einstellungen);
+
+    // Writes the protocol; a copy the scorer asked for reports a failure.
+    bool xmlSpeichern(const QString &pfad);
+    void onSicherheitsKopieSpeichern();
+    void onLoadXml();
+    void onLoadXmlOk();
+    void onLoadXmlAbbruch();
+
+signals:
+    // A protocol file replaced the list.
+    void protokollGeladen();
+
+private:
+    XmlDaten xmlDaten() const;
+    void importieren(const QString &pfad);
+    void warnen(const QString &text);
+
+    QMainWindow *m_fenster;
+    bool m_grosserBildschirm;
+    ListenDienst &m_dienst;
+    Einstellungen &m_einstellungen;
+    QTimer m_sicherheitskopieTimer;
+    QPointer<DockFileView> m_dockFileView;
+};

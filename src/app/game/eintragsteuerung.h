@@ -1,0 +1,109 @@
+#pragma once
+
+// The entry page: the panel on which the scorer sets each game, its value
+// and description, entering it into the list (by button or after the wait),
+// loading a stored game back for correction, deleting one from the overview,
+// the bid dock and the dealer with the declarer buttons it leaves free.
+
+#include "core/db/spieleintrag.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+class DockReizung;
+class Einstellungen;
+class ListenDienst;
+class QButtonGroup;
+class QLineEdit;
+class QMainWindow;
+class QModelIndex;
+class QPushButton;
+class Uebersicht;
+class Werkzeugleiste;
+struct ListenAenderung;
+struct SpielEingabe;
+struct Spielangaben;
+
+namespace Ui {
+class MainWindow;
+}
+
+class EintragSteuerung : public QObject
+{
+    Q_OBJECT
+
+public:
+    EintragSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Werkzeugleiste &leiste,
+                     ListenDienst &dienst, Einstellungen &einstellungen);
+
+    void onFertig();
+    void onSchneider(bool gesetzt);
+    void onSchwarz(bool gesetzt);
+    void onGrang(bool gesetzt);
+    void onNull(bool gesetzt);
+    void onEingepasst(bool gesetzt);
+    void spielInListeEintragen();
+    // Loads a stored game onto the panel for correction.
+    void spielInPanel(const SpielEintrag &eintrag);
+    void onUebersichtDoubleClicked(const QModelIndex &index);
+    void onSpielEintragBearbeiten();
+    void onSpielEintragLoeschen();
+    void onDockReizung();
+    void onSelectedReizWert(int wert);
+
+    // The dealer line has arrived: frees the declarer buttons and shows it,
+    // or tells that the round is complete.
+    void kartengeberZeigen(const QString &text);
+    // Announces the dealer of the next game.
+    void geberAnsagen();
+    // Announces the first seat as dealer, on the status line only.
+    void ersterGeberAnsagen();
+    // Until the next game is confirmed, the dealer goes to the status line only.
+    void geberAnsageUnterdruecken();
+    // A saved list was opened: the dealer on the status line, his button locked.
+    void wiederherstellen();
+    void laufzustandSetzen(bool laufend);
+
+signals:
+    void kartengeber(const QString &text);
+    void hervorheben(int sitz);
+    // A game was entered or corrected and the panel is free again.
+    void spielUebernommen();
+
+private:
+    void gruppenAnlegen();
+    void listeGeaendert(const ListenAenderung &aenderung);
+    SpielEingabe panelLesen() const;
+    void panelStellungAnwenden(const Spielangaben &angaben);
+    void nullKnoepfeSperren(bool gesperrt);
+    void panelZuruecksetzen();
+    void spielerKnoepfeBeschriften();
+    void spielerKnoepfeFreigeben();
+    bool eintragen();
+    void warnen(const QString &text);
+    void nichtGespeichert(const QString &grund);
+
+    QMainWindow *m_fenster;
+    Ui::MainWindow &m_ui;
+    QPushButton *m_pbReizung;
+    QLineEdit *m_leReizwert;
+    ListenDienst &m_dienst;
+    Einstellungen &m_einstellungen;
+    Uebersicht *m_uebersicht;
+
+    QButtonGroup *m_matadorModus = nullptr;
+    QButtonGroup *m_matadorAnzahl = nullptr;
+    QButtonGroup *m_ergebnis = nullptr;
+    QButtonGroup *m_spieler = nullptr;
+    QButtonGroup *m_spielTyp = nullptr;
+    QPointer<DockReizung> m_dockReizung;
+    QTimer m_wartenTimer;
+
+    SpielEintrag m_aktuellesSpiel;
+    bool m_bearbeitungsModus = false;
+    int m_bearbeiteteZeile = 0;
+    // Set while a list is restored or prepared and by seat moves, so the
+    // dealer box follows entered games and deletions only.
+    bool m_geberAnsageUnterdrueckt = false;
+};

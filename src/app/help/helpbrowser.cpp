@@ -1,0 +1,37 @@
+#include "app/help/helpbrowser.h"
+
+#include <QHelpEngine>
+#include <QHelpLink>
+#include <QScroller>
+
+HelpBrowser::HelpBrowser(const QString &sammlung, QWidget *parent) : QTextBrowser(parent)
+{
+    QScroller::grabGesture(this, QScroller::LeftMouseButtonGesture);
+    m_engine = new QHelpEngine(sammlung, this);
+    m_engine->setUsesFilterEngine(true);
+    m_engine->setupData();
+    for (const QHelpLink &link : m_engine->documentsForKeyword(QStringLiteral("Startseite"))) {
+        if (link.title == QLatin1String("Kartulo"))
+            m_home = link.url;
+    }
+}
+
+void HelpBrowser::zeigeSeite(const QString &identifier)
+{
+    const QList<QHelpLink> dokumente = m_engine->documentsForIdentifier(identifier);
+    if (!dokumente.isEmpty())
+        setSource(dokumente.first().url);
+}
+
+void HelpBrowser::toHome()
+{
+    if (m_home.isValid())
+        setSource(m_home);
+}
+
+QVariant HelpBrowser::loadResource(int type, const QUrl &name)
+{
+    Q_UNUSED(type);
+    const QUrl url = name.isRelative() ? source().resolved(name) : name;
+    return m_engine->fileData(url);
+}

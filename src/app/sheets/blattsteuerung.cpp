@@ -1,0 +1,326 @@
+#include "app/sheets/blattsteuerung.h"
+
+#include "app/sheets/pdfexport.h"
+#include "app/sheets/spielblatt.h"
+#include "app/widgets/geldvalidator.h"
+#include "core/service/listendienst.h"
+#include "core/standings/spielmodus.h"
+#include "ui_mainwindow.h"
+
+#include <QDir>
+#include <QIntValidator>
+#include <QMessageBox>
+
+namespace {
+
+using Kosten = Einstellungen::Kosten;
+
+// The lines of the sheet's rules block, in the order Kostenrechnung::beschreibungen gives them.
+enum Regel
+{
+    RegelGewonnen,
+    RegelGegenspieler,
+    RegelKartengeld,
+    RegelVerloren,
+    RegelPreisskat,
+    RegelPlatz
+};
+
+Regel regelFuer(Kosten wert)
+{
+    switch (wert) {
+    case Kosten::Platz1:
+    case Kosten::Platz2:
+    case Kosten::Platz3:
+    case Kosten::Platz4:
+        return RegelPlatz;
+    case Kosten::Kartengeld:
+        return RegelKartengeld;
+    case Kosten::VerlSpiel1Bis5:
+    case Kosten::VerlSpielAb6:
+        return RegelVerloren;
+    case Kosten::Preisskat:
+        return RegelPreisskat;
+    case Kosten::GewSpieleMinusVerlSpiele:
+        return RegelGewonnen;
+    case Kosten::VerlSpieleDerGegenSpieler3:
+    case Kosten::VerlSpieleDerGegenSpieler4:
+        break;
+    }
+    return RegelGegenspieler;
+}
+
+// In the order the tournament manager sends them.
+const std::array<Kosten, 11> alleKosten{
+    Kosten::Platz1,
+    Kosten::Platz2,
+    Kosten::Platz3,
+    Kosten::Platz4,
+    Kosten::Kartengeld,
+    Kosten::VerlSpiel1Bis5,
+    Kosten::VerlSpielAb6,
+    Kosten::Preisskat,
+    Kosten::GewSpieleMinusVerlSpiele,
+    Kosten::VerlSpieleDerGegenSpieler3,
+    Kosten::VerlSpieleDerGegenSpieler4,
+};
+
+} // namespace
+
+BlattSteuerung::BlattSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
+                               Einstellungen &einstellungen)
+    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst),
+      m_einstellungen(einstellungen)
+{
+    kostenFelderEinrichten();
+    connect(m_ui.pbVergroessern, &QPushButton::clicked, this, &BlattSteuerung::onZoomIn);
+    connect(m_ui.pbVerkleinern, &QPushButton::clicked, this, &BlattSteuerung::onZoomOut);
+    connect(&m_dienst, &ListenDienst::geaendert, this, &BlattSteuerung::listeGeaendert);
+    connect(&m_einstellungen, &Einstellungen::kostenGeaendert, this,
+            &BlattSteuerung::kostenGeaendert);
+    connect(&m_einstellungen, &Einstellungen::alleKostenGeaendert, this, [this] {
+        kostenFelderZeigen();
+        neuZeichnen();
+    });
+}
+
+BlattSteuerung::~BlattSteuerung() = default;
+
+QLineEdit *BlattSteuerung::kostenFeld(Kosten wert) const
+{
+    switch (wert) {
+    case Kosten::Platz1:
+        return m_ui.lePlKosten1;
+    case Kosten::Platz2:
+        return m_ui.lePlKosten2;
+    case Kosten::Platz3:
+        return m_ui.lePlKosten3;
+    case Kosten::Platz4:
+        return m_ui.lePlKosten4;
+    case Kosten::Kartengeld:
+        return m_ui.leKartengeld;
+    case Kosten::VerlSpiel1Bis5:
+        return m_ui.leVerlSpiele1Bis5;
+    case Kosten::VerlSpielAb6:
+        return m_ui.leVerlSpieleAb6;
+    case Kosten::Preisskat:
+        return m_ui.lePreisSkat;
+    case Kosten::GewSpieleMinusVerlSpiele:
+        return m_ui.leGewSpieleAbzglVerlSpiele;
+    case Kosten::VerlSpieleDerGegenSpieler3:
+        return m_ui.leVerlSpieleDerGegenspieler3;
+    case Kosten::VerlSpieleDerGegenSpieler4:
+        break;
+    }
+    return m_ui.leVerlSpieleDerGegenspieler4;
+}
+
+void BlattSteuerung::kostenFelderEinrichten()
+{
+    for (Kosten wert : alleKosten) {
+        QLineEdit *feld = kostenFeld(wert);
+        if (regelFuer(wert) == RegelGewonnen || regelFuer(wert) == RegelGegenspieler)
+            feld->setValidator(new QIntValidator(1, 200, feld));
+        else if (regelFuer(wert) == RegelPlatz)
+            feld->setValidator(new GeldValidator(0.0, 100.0, feld));
+        else
+            feld->setValidator(new GeldValidator(0.5, 100.0, feld));
+    }
+    // Filled before the edits are followed: only an edit stores a value.
+    kostenFelderZeigen();
+    for (Kosten wert : alleKosten)
+        connect(kostenFeld(wert), &QLineEdit::textChanged, this,
+                [this, wert](const QString &text) { kostenEingegeben(wert, text); });
+}
+
+void BlattSteuerung::kostenFelderZeigen()
+{
+    const KostenWerte &k = m_einstellungen.kosten();
+    const auto zeige = [this](Kosten wert, const QString &text) {
+        QLineEdit *feld = kostenFeld(wert);
+        const QSignalBlocker sperre(feld);
+        feld->setText(text);
+    };
+    zeige(Kosten::Platz1, Kostenrechnung::geldText(k.platz1));
+    zeige(Kosten::Platz2, Kostenrechnung::geldText(k.platz2));
+    zeige(Kosten::Platz3, Kostenrechnung::geldText(k.platz3));
+    zeige(Kosten::Platz4, Kostenrechnung::geldText(k.platz4));
+    zeige(Kosten::Kartengeld, Kostenrechnung::geldText(k.kartengeld));
+    zeige(Kosten::VerlSpiel1Bis5, Kostenrechnung::geldText(k.verlSpiel1Bis5));
+    zeige(Kosten::VerlSpielAb6, Kostenrechnung::geldText(k.verlSpielAb6));
+    zeige(Kosten::Preisskat, Kostenrechnung::geldText(k.preisskat));
+    zeige(Kosten::GewSpieleMinusVerlSpiele, QString::number(k.gewSpieleMinusVerlSpiele));
+    zeige(Kosten::VerlSpieleDerGegenSpieler3, QString::number(k.verlSpieleDerGegenSpieler3));
+    zeige(Kosten::VerlSpieleDerGegenSpieler4, QString::number(k.verlSpieleDerGegenSpieler4));
+}
+
+void BlattSteuerung::kostenEingegeben(Kosten wert)
+{
+    kostenEingegeben(wert, kostenFeld(wert)->text());
+}
+
+void BlattSteuerung::kostenEingegeben(Kosten wert, const QString &text)
+{
+    m_einstellungen.kostenSetzen(wert, text);
+}
+
+void BlattSteuerung::kostenGeaendert(Kosten wert)
+{
+    if (Spielblatt *blatt = aktuellesBlatt()) {
+        const int regel = regelFuer(wert);
+        blatt->beschreibungSetzen(regel, Kostenrechnung::beschreibungen(m_einstellungen.kosten(),
+                                                                        m_dienst.listenTyp(), false)
+                                             .value(regel));
+    }
+    fuellen();
+}
+
+void BlattSteuerung::kostenVomManager(const QStringList &werte)
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    if (werte.size() != 3 || werte.at(0).toInt() != kopf.tischNr ||
+        werte.at(1).toInt() != kopf.serie)
+        return;
+    const QStringList felder = werte.at(2).split(QLatin1Char('|'));
+    // Each field's edit stores its value, as if typed; the twelfth is the club name.
+    for (int i = 0; i < static_cast<int>(alleKosten.size()) && i < felder.size(); ++i)
+        kostenFeld(alleKosten.at(static_cast<size_t>(i)))->setText(felder.at(i));
+    if (felder.size() > 11)
+        m_einstellungen.vereinsnameSetzen(felder.at(11));
+}
+
+void BlattSteuerung::listeGeaendert(const ListenAenderung &aenderung)
+{
+    switch (aenderung.art) {
+    case ListenAenderung::SpielNeu:
+    case ListenAenderung::SpielGeaendert:
+    case ListenAenderung::SpielEntfernt:
+        m_runde = -1;
+        fuellen();
+        break;
+    case ListenAenderung::Kopf:
+        kopfZeichnen();
+        fuellen();
+        break;
+    case ListenAenderung::Teilnehmer:
+    case ListenAenderung::Sitzordnung:
+    case ListenAenderung::ListeNeu:
+        m_runde = -1;
+        neuZeichnen();
+        break;
+    }
+}
+
+Spielblatt *BlattSteuerung::aktuellesBlatt() const
+{
+    return m_dienst.listenTyp() == 3 ? m_blatt3.get() : m_blatt4.get();
+}
+
+void BlattSteuerung::neuZeichnen()
+{
+    const int spielerZahl = m_dienst.listenTyp();
+    std::unique_ptr<Spielblatt> &blatt = spielerZahl == 3 ? m_blatt3 : m_blatt4;
+    if (!blatt)
+        blatt = std::make_unique<Spielblatt>(spielerZahl);
+    QVector<BlattSpieler> spieler;
+    for (const Teilnehmer &t : m_dienst.teilnehmer())
+        spieler.append({t.name, t.mgldNr});
+    const ListenKopf &kopf = m_dienst.kopf();
+    blatt->leerZeichnen(
+        {kopf.datum, kopf.serie, kopf.tischNr}, spieler,
+        Kostenrechnung::beschreibungen(m_einstellungen.kosten(), spielerZahl, true));
+    m_ui.gvSpieleListe->setScene(blatt->scene());
+    fuellen();
+}
+
+void BlattSteuerung::kopfZeichnen()
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    if (Spielblatt *blatt = aktuellesBlatt())
+        blatt->kopfZeichnen({kopf.datum, kopf.serie, kopf.tischNr});
+}
+
+void BlattSteuerung::rundeWaehlen(int index)
+{
+    m_runde = index;
+    fuellen();
+}
+
+void BlattSteuerung::fuellen()
+{
+    Spielblatt *blatt = aktuellesBlatt();
+    if (!blatt)
+        return;
+    const ListenKopf &kopf = m_dienst.kopf();
+    const int spielerZahl = m_dienst.listenTyp();
+    const QVector<SpielEintrag> &alle = m_dienst.spiele();
+    QVector<SpielEintrag> auswahl;
+    if (kopf.modus == Spielmodus::Bierlachs) {
+        // A Bierlachs sheet shows one round, the newest unless another is chosen.
+        const QVector<BierlachsRunde> runden = Bierlachs::runden(alle, spielerZahl, kopf.blPunkte);
+        const BierlachsRunde runde = runden.value(m_runde, runden.last());
+        for (const SpielEintrag &spiel : alle) {
+            const int zeile = spiel[SpielEintrag::Zeile];
+            if (zeile >= runde.ersteZeile && zeile <= runde.letzteZeile)
+                auswahl.append(spiel);
+        }
+    }
+    const QVector<SpielEintrag> &spiele = kopf.modus == Spielmodus::Bierlachs ? auswahl : alle;
+
+    std::array<QStringList, 8> fuss{};
+    // The money account belongs to tournament lists only.
+    if (kopf.modus == Spielmodus::Turnier) {
+        const Bilanzen bilanzen = Spielstand::bilanzen(spiele, spielerZahl);
+        QVector<KostenSpieler> spieler;
+        const QVector<Teilnehmer> teilnehmer = m_dienst.teilnehmer();
+        for (int sitz = 0; sitz < teilnehmer.size() && sitz < spielerZahl; ++sitz) {
+            const Teilnehmer &t = teilnehmer.at(sitz);
+            spieler.append({t.name, t.mgldNr, t.mitglied, t.preisskat, bilanzen.at(sitz)});
+        }
+        fuss = Kostenrechnung::berechne(spieler, m_einstellungen.kosten(), kopf.serie, kopf.tischNr)
+                   .zeilen;
+    }
+    blatt->zeilenFuellen(spiele, fuss);
+}
+
+void BlattSteuerung::onZoomIn()
+{
+    m_zoomFaktor += 0.2;
+    // At the limits the factor is clamped but the view keeps its last scale,
+    // so the next step in the other direction shows at once.
+    if (m_zoomFaktor > 5.0) {
+        m_zoomFaktor = 5.0;
+        return;
+    }
+    m_ui.gvSpieleListe->setTransform(QTransform::fromScale(m_zoomFaktor, m_zoomFaktor));
+}
+
+void BlattSteuerung::onZoomOut()
+{
+    m_zoomFaktor -= 0.2;
+    if (m_zoomFaktor < 0.5) {
+        m_zoomFaktor = 0.5;
+        return;
+    }
+    m_ui.gvSpieleListe->setTransform(QTransform::fromScale(m_zoomFaktor, m_zoomFaktor));
+}
+
+QString BlattSteuerung::pdfSpeichern(bool frageDateiname)
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    if (kopf.modus == Spielmodus::Bierlachs)
+        return QString();
+    const QString verzeichnis = Einstellungen::datenVerzeichnis();
+    QDir().mkpath(verzeichnis);
+    const QString name = pdfDateiName(kopf.datum, kopf.serie, kopf.tischNr);
+    const QString pdfPfad = QStringLiteral("%1/%2").arg(verzeichnis, name);
+    if (frageDateiname)
+        QMessageBox::information(m_fenster, QStringLiteral("INFO"),
+                                 QStringLiteral("Datei\n%1").arg(pdfPfad), QMessageBox::Ok);
+    if (!pdfSchreiben(m_ui.gvSpieleListe, pdfPfad))
+        QMessageBox::warning(
+            m_fenster, QStringLiteral("WARNUNG"),
+            QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden.").arg(pdfPfad));
+    return QStringLiteral("%1/%2").arg(
+        verzeichnis, QString(name).replace(QLatin1String(".pdf"), QLatin1String(".xml")));
+}

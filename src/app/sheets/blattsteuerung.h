@@ -1,0 +1,67 @@
+#pragma once
+
+// The "Spieleliste" tab: the paper score sheet of the list with its money
+// account in tournament mode, the zoom buttons below it, the cost and point
+// fields of the account on the settings tab, and the sheet as a PDF. The
+// sheet follows every change of the list and of the account's values.
+
+#include "core/service/einstellungen.h"
+
+#include <QObject>
+
+#include <memory>
+
+class ListenDienst;
+class QLineEdit;
+class QMainWindow;
+class Spielblatt;
+struct ListenAenderung;
+
+namespace Ui {
+class MainWindow;
+}
+
+class BlattSteuerung : public QObject
+{
+    Q_OBJECT
+
+public:
+    BlattSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
+                   Einstellungen &einstellungen);
+    ~BlattSteuerung() override;
+
+    void onZoomIn();
+    void onZoomOut();
+    // A value of the account as its field shows it, or as given.
+    void kostenEingegeben(Einstellungen::Kosten wert);
+    void kostenEingegeben(Einstellungen::Kosten wert, const QString &text);
+    // Values pushed by the tournament manager: table, series and the twelve
+    // cost fields joined with "|"; another table's or series' values are ignored.
+    void kostenVomManager(const QStringList &werte);
+    // The Bierlachs round the sheet shows; -1 for the newest.
+    void rundeWaehlen(int index);
+    // Writes the sheet as a one-page PDF into the data directory and answers
+    // the path for the XML copy beside it; empty when a Bierlachs list, which
+    // has no sheet to hand in, was asked for.
+    QString pdfSpeichern(bool frageDateiname);
+
+private:
+    void listeGeaendert(const ListenAenderung &aenderung);
+    void kostenFelderEinrichten();
+    void kostenFelderZeigen();
+    QLineEdit *kostenFeld(Einstellungen::Kosten wert) const;
+    void kostenGeaendert(Einstellungen::Kosten wert);
+    Spielblatt *aktuellesBlatt() const;
+    void neuZeichnen();
+    void kopfZeichnen();
+    void fuellen();
+
+    QMainWindow *m_fenster;
+    Ui::MainWindow &m_ui;
+    ListenDienst &m_dienst;
+    Einstellungen &m_einstellungen;
+    std::unique_ptr<Spielblatt> m_blatt3;
+    std::unique_ptr<Spielblatt> m_blatt4;
+    double m_zoomFaktor = 1.0;
+    int m_runde = -1;
+};

@@ -1,0 +1,141 @@
+#include "app/standings/standsteuerung.h"
+
+#include "core/service/einstellungen.h"
+#include "core/service/listendienst.h"
+#include "core/standings/spielmodus.h"
+#include "core/standings/spielstand.h"
+#include "ui_mainwindow.h"
+
+#include <QMessageBox>
+#include <QStatusBar>
+
+StandSteuerung::StandSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
+                               const Einstellungen &einstellungen)
+    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst),
+      m_einstellungen(einstellungen)
+{
+    connect(&m_dienst, &ListenDienst::geaendert, this, &StandSteuerung::listeGeaendert);
+}
+
+QList<QLineEdit *> StandSteuerung::felder() const
+{
+    return {m_ui.lePunkte1, m_ui.lePunkte2, m_ui.lePunkte3, m_ui.lePunkte4};
+}
+
+void StandSteuerung::punkteSetzen(int sitz, const QString &text)
+{
+    if (QLineEdit *feld = felder().value(sitz))
+        feld->setText(text);
+}
+
+void StandSteuerung::hervorheben(int sitz)
+{
+    const QList<QLineEdit *> alle = felder();
+    for (int i = 0; i < alle.size(); ++i) {
+        QPalette palette = alle.at(i)->palette();
+        palette.setColor(QPalette::Disabled, QPalette::Text, Qt::black);
+        palette.setColor(QPalette::Disabled, QPalette::Base, i == sitz ? Qt::green : Qt::white);
+        alle.at(i)->setPalette(palette);
+    }
+}
+
+void StandSteuerung::leeren()
+{
+    for (QLineEdit *feld : felder())
+        feld->clear();
+}
+
+void StandSteuerung::laufzustandSetzen(bool laufend)
+{
+    m_laeuft = laufend;
+    if (laufend)
+        aktualisieren();
+    else
+        leeren();
+}
+
+void StandSteuerung::listeGeaendert(const ListenAenderung &aenderung)
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    m_ui.cmbBierlachs->setVisible(kopf.modus == Spielmodus::Bierlachs);
+    m_ui.lePunkte4->setVisible(m_dienst.listenTyp() == 4);
+    if (!m_laeuft)
+        return;
+    if (aenderung.art == ListenAenderung::Kopf && kopf.modus == m_modus &&
+        kopf.blPunkte == m_blPunkte)
+        return;
+    aktualisieren();
+}
+
+void StandSteuerung::aktualisieren()
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    m_modus = kopf.modus;
+    m_blPunkte = kopf.blPunkte;
+    const int spieler = m_dienst.listenTyp();
+    if (kopf.modus == Spielmodus::Bierlachs) {
+        const QVector<BierlachsRunde> runden =
+            Bierlachs::runden(m_dienst.spiele(), spieler, kopf.blPunkte);
+        {
+            // One entry per round; the newest is shown.
+            const QSignalBlocker sperre(m_ui.cmbBierlachs);
+            m_ui.cmbBierlachs->clear();
+            for (int runde = 1; runde <= runden.size(); ++runde)
+                m_ui.cmbBierlachs->addItem(QStringLiteral("Runde %1").arg(runde));
+            m_ui.cmbBierlachs->setCurrentIndex(runden.size() - 1);
+        }
+        bierlachsRundeZeigen(runden.last());
+        return;
+    }
+    const Bilanzen bilanzen = Spielstand::bilanzen(m_dienst.spiele(), spieler);
+    const bool fabian = kopf.modus == Spielmodus::Turnier && m_einstellungen.mitFabianpunkten();
+    const KostenWerte &k = m_einstellungen.kosten();
+    const FabianFaktoren faktoren{k.gewSpieleMinusVerlSpiele, k.verlSpieleDerGegenSpieler3,
+                                  k.verlSpieleDerGegenSpieler4};
+    QStringList texte;
+    for (int sitz = 0; sitz < 4; ++sitz)
+        texte << Spielstand::zeile(m_dienst.teilnehmerName(sitz),
+                                   Spielstand::angezeigt(bilanzen, sitz, spieler, fabian, faktoren),
+                                   bilanzen.at(sitz));
+    emit zeilen(texte);
+}
+
+void StandSteuerung::bierlachsRundeZeigen(const BierlachsRunde &runde)
+{
+    const int maxPunkte = m_dienst.kopf().blPunkte;
+    QStringList texte;
+    for (int sitz = 0; sitz < 4; ++sitz)
+        texte << Bierlachs::zeile(m_dienst.teilnehmerName(sitz),
+                                  Bierlachs::rest(runde, sitz, maxPunkte), runde.bilanz.at(sitz));
+    emit zeilen(texte);
+}
+
+void StandSteuerung::rundeZeigen(int index)
+{
+    const QVector<BierlachsRunde> runden =
+        Bierlachs::runden(m_dienst.spiele(), m_dienst.listenTyp(), m_dienst.kopf().blPunkte);
+    if (index >= 0 && index < runden.size())
+        bierlachsRundeZeigen(runden.at(index));
+}
+
+void StandSteuerung::rundenEndePruefen()
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    if (kopf.modus != Spielmodus::Bierlachs)
+        return;
+    const int spieler = m_dienst.listenTyp();
+    const QVector<BierlachsRunde> runden =
+        Bierlachs::runden(m_dienst.spiele(), spieler, kopf.blPunkte);
+    const BierlachsRunde &letzte = runden.last();
+    if (!letzte.beendet || letzte.letzteZeile != m_dienst.letzteZeile())
+        return;
+    const int zahler = Bierlachs::bierlachs(letzte, spieler, kopf.blPunkte);
+    m_fenster->statusBar()->showMessage(
+        QStringLiteral("Bierlachs: %1").arg(m_dienst.teilnehmerName(zahler)));
+    if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
+                              QStringLiteral("Rundenende! Neue Runde?"),
+                              QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+        return;
+    // The next game opens the new round; until then every seat shows the full points.
+    bierlachsRundeZeigen(BierlachsRunde());
+}

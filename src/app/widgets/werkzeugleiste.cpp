@@ -1,0 +1,54 @@
+#include "app/widgets/werkzeugleiste.h"
+
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+void textFarbeSetzen(QLineEdit *feld, const QColor &farbe)
+{
+    QPalette palette = feld->palette();
+    for (auto gruppe : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+        palette.setColor(gruppe, QPalette::Text, farbe);
+    feld->setPalette(palette);
+}
+
+Werkzeugleiste::Werkzeugleiste(QWidget *parent) : QToolBar(parent)
+{
+    setObjectName(QStringLiteral("toolBar"));
+    setMovable(false);
+
+    auto *inhalt = new QWidget(this);
+    auto *layout = new QHBoxLayout(inhalt);
+    layout->setContentsMargins(4, 2, 4, 2);
+
+    lblListe = new QLabel(QStringLiteral("Liste"), inhalt);
+    lblListe->setObjectName(QStringLiteral("lblListe"));
+    pbReizung = new QPushButton(QStringLiteral("Reizung"), inhalt);
+    pbReizung->setObjectName(QStringLiteral("pbReizung"));
+    leReizwert = new QLineEdit(inhalt);
+    leReizwert->setObjectName(QStringLiteral("leReizwert"));
+    leReizwert->setReadOnly(true);
+    leReizwert->setValidator(new QIntValidator(18, 264, leReizwert));
+    leReizwert->setMaximumWidth(100);
+    lblModus = new QLabel(QStringLiteral("Turniermodus"), inhalt);
+    lblModus->setObjectName(QStringLiteral("lblModus"));
+    lblModus->setAlignment(Qt::AlignCenter);
+    leMeldungRot = new QLineEdit(inhalt);
+    leMeldungRot->setObjectName(QStringLiteral("leMeldungRot"));
+    leMeldungRot->setReadOnly(true);
+    textFarbeSetzen(leMeldungRot, Qt::red);
+    leMeldungGruen = new QLineEdit(inhalt);
+    leMeldungGruen->setObjectName(QStringLiteral("leMeldungGruen"));
+    leMeldungGruen->setReadOnly(true);
+    textFarbeSetzen(leMeldungGruen, Qt::darkGreen);
+
+    layout->addWidget(lblListe, 10);
+    layout->addWidget(pbReizung, 10);
+    layout->addWidget(leReizwert, 10);
+    layout->addWidget(lblModus, 10);
+    layout->addWidget(leMeldungRot, 20);
+    layout->addWidget(leMeldungGruen, 40);
+    addWidget(inhalt);
+}

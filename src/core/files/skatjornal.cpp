@@ -1,0 +1,378 @@
+#include "core/files/skatjornal.h"
+
+#include "core/db/spieleintrag.h"
+
+#include <QCborMap>
+#include <QCborValue>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonValue>
+#include <QSaveFile>
+
+#include <climits>
+#include <cmath>
+
+namespace {
+
+const QString datumsFormat = QStringLiteral("dd-MM-yyyy");
+
+// The journal has always stored "geändert" and "gelöscht" as Latin-1 bytes read
+// as UTF-8, so the umlaut became U+FFFD; readers of the files rely on exactly
+// this text, hence the literal replacement character instead of the umlaut.
+const QString typNormal = QStringLiteral("normal");
+const QString typGeaendert = QStringLiteral(u"ge\uFFFDndert");
+const QString typGeloescht = QStringLiteral(u"gel\uFFFDscht");
+// The same words spelled correctly, accepted when reading.
+const QString typGeaendertUmlaut = QStringLiteral(u"ge\u00E4ndert");
+const QString typGeloeschtUmlaut = QStringLiteral(u"gel\u00F6scht");
+
+// The lowest bid of the game, written for a game entered without a bid.
+constexpr int kleinsterReizwert = 18;
+
+// Everything load() takes from a file, filled completely before the journal
+// itself is touched.
+struct Inhalt
+{
+    QDate datum;
+    int tischNr = 0;
+    int serie = 0;
+    QVector<JornalEintrag> eintraege;
+};
+
+QJsonObject alsJson(const JornalEintrag &e)
+{
+    QJsonObject objekt;
+    switch (e.status) {
+    case JornalEintrag::Normal:
+        objekt.insert(QStringLiteral("type"), typNormal);
+        break;
+    case JornalEintrag::Geaendert:
+        objekt.insert(QStringLiteral("type"), typGeaendert);
+        break;
+    case JornalEintrag::Geloescht:
+        objekt.insert(QStringLiteral("type"), typGeloescht);
+        break;
+    default:
+        break;
+    }
+
+    if (e.eingepasst) {
+        // A passed-in round has no game, value or bid: only who dealt.
+        objekt.insert(QStringLiteral("eingepasst"), true);
+        objekt.insert(QStringLiteral("geber"), e.geber);
+        return objekt;
+    }
+
+    objekt.insert(QStringLiteral("spielnr"), e.spielnr);
+    objekt.insert(QStringLiteral("spielwert"), e.spielwert);
+    const auto zahlOhneNull = [&objekt](const QString &schluessel, int wert) {
+        if (wert != 0)
+            objekt.insert(schluessel, wert);
+    };
+    const auto nurGesetzt = [&objekt](const QString &schluessel, bool wert) {
+        if (wert)
+            objekt.insert(schluessel, true);
+    };
+    zahlOhneNull(QStringLiteral("mit"), e.mit);
+    zahlOhneNull(QStringLiteral("ohne"), e.ohne);
+    nurGesetzt(QStringLiteral("hand"), e.hand);
+    nurGesetzt(QStringLiteral("schneider"), e.schneider);
+    nurGesetzt(QStringLiteral("schneiderangesagt"), e.schneiderangesagt);
+    nurGesetzt(QStringLiteral("schwarz"), e.schwarz);
+    nurGesetzt(QStringLiteral("schwarzangesagt"), e.schwarzangesagt);
+    nurGesetzt(QStringLiteral("offen"), e.offen);
+    zahlOhneNull(QStringLiteral("gewonnen"), e.gewonnen);
+    zahlOhneNull(QStringLiteral("verloren"), e.verloren);
+    objekt.insert(QStringLiteral("reizwert"), e.reizwert != 0 ? e.reizwert : kleinsterReizwert);
+    objekt.insert(QStringLiteral("spieler"), e.spieler);
+    objekt.insert(QStringLiteral("geber"), e.geber);
+    return objekt;
+}
+
+// JSON knows only doubles; an integer is one without a fraction that fits an int.
+bool ganzeZahl(const QJsonValue &wert, int *zahl)
+{
+    if (!wert.isDouble())
+        return false;
+    const double d = wert.toDouble();
+    if (d < INT_MIN || d > INT_MAX || std::trunc(d) != d)
+        return false;
+    *zahl = static_cast<int>(d);
+    return true;
+}
+
+// The readers of single keys: a key left out gives 0, false or an empty text;
+// a value of another type makes the whole file unreadable.
+bool liesZahl(const QJsonObject &objekt, const QString &schluessel, int *zahl)
+{
+    const QJsonValue wert = objekt.value(schluessel);
+    if (wert.isUndefined()) {
+        *zahl = 0;
+        return true;
+    }
+    return ganzeZahl(wert, zahl);
+}
+
+bool liesFlag(const QJsonObject &objekt, const QString &schluessel, bool *flag)
+{
+    const QJsonValue wert = objekt.value(schluessel);
+    if (wert.isUndefined()) {
+        *flag = false;
+        return true;
+    }
+    if (!wert.isBool())
+        return false;
+    *flag = wert.toBool();
+    return true;
+}
+
+bool liesText(const QJsonObject &objekt, const QString &schluessel, QString *text)
+{
+    const QJsonValue wert = objekt.value(schluessel);
+    if (wert.isUndefined()) {
+        text->clear();
+        return true;
+    }
+    if (!wert.isString())
+        return false;
+    *text = wert.toString();
+    return true;
+}
+
+bool liesStatus(const QJsonObject &objekt, int *status)
+{
+    const QJsonValue wert = objekt.value(QStringLiteral("type"));
+    if (wert.isUndefined()) {
+        // A status without a text of its own was written without "type".
+        *status = JornalEintrag::Normal;
+        return true;
+    }
+    if (!wert.isString())
+        return false;
+    const QString typ = wert.toString();
+    if (typ == typNormal)
+        *status = JornalEintrag::Normal;
+    else if (typ == typGeaendert || typ == typGeaendertUmlaut)
+        *status = JornalEintrag::Geaendert;
+    else if (typ == typGeloescht || typ == typGeloeschtUmlaut)
+        *status = JornalEintrag::Geloescht;
+    else
+        return false; // an unknown mark would be read as an ordinary entry
+    return true;
+}
+
+bool ausJson(const QJsonObject &o, JornalEintrag *e)
+{
+    return liesStatus(o, &e->status) && liesZahl(o, QStringLiteral("spielnr"), &e->spielnr) &&
+           liesZahl(o, QStringLiteral("spielwert"), &e->spielwert) &&
+           liesZahl(o, QStringLiteral("mit"), &e->mit) &&
+           liesZahl(o, QStringLiteral("ohne"), &e->ohne) &&
+           liesFlag(o, QStringLiteral("hand"), &e->hand) &&
+           liesFlag(o, QStringLiteral("schneider"), &e->schneider) &&
+           liesFlag(o, QStringLiteral("schneiderangesagt"), &e->schneiderangesagt) &&
+           liesFlag(o, QStringLiteral("schwarz"), &e->schwarz) &&
+           liesFlag(o, QStringLiteral("schwarzangesagt"), &e->schwarzangesagt) &&
+           liesFlag(o, QStringLiteral("offen"), &e->offen) &&
+           liesZahl(o, QStringLiteral("gewonnen"), &e->gewonnen) &&
+           liesZahl(o, QStringLiteral("verloren"), &e->verloren) &&
+           liesZahl(o, QStringLiteral("reizwert"), &e->reizwert) &&
+           liesFlag(o, QStringLiteral("eingepasst"), &e->eingepasst) &&
+           liesText(o, QStringLiteral("spieler"), &e->spieler) &&
+           liesText(o, QStringLiteral("geber"), &e->geber);
+}
+
+// The header is always written whole, so each of its four keys must be there.
+bool ausDokument(const QJsonObject &dokument, Inhalt *inhalt)
+{
+    const QJsonValue liste = dokument.value(QStringLiteral("skatliste"));
+    if (!liste.isObject())
+        return false;
+    const QJsonObject kopf = liste.toObject();
+
+    const QJsonValue datum = kopf.value(QStringLiteral("Datum"));
+    if (!datum.isString())
+        return false;
+    // A journal without a date is written with an empty text.
+    if (!datum.toString().isEmpty()) {
+        inhalt->datum = QDate::fromString(datum.toString(), datumsFormat);
+        if (!inhalt->datum.isValid())
+            return false;
+    }
+    if (!ganzeZahl(kopf.value(QStringLiteral("tischnr")), &inhalt->tischNr) ||
+        !ganzeZahl(kopf.value(QStringLiteral("seriennr")), &inhalt->serie))
+        return false;
+
+    const QJsonValue spiele = kopf.value(QStringLiteral("spiele"));
+    if (!spiele.isArray())
+        return false;
+    const QJsonArray feld = spiele.toArray();
+    inhalt->eintraege.reserve(feld.size());
+    for (const QJsonValue &wert : feld) {
+        JornalEintrag eintrag;
+        if (!wert.isObject() || !ausJson(wert.toObject(), &eintrag))
+            return false;
+        inhalt->eintraege.append(eintrag);
+    }
+    return true;
+}
+
+bool ausBytes(const QByteArray &bytes, SkatJornal::Form form, QJsonObject *dokument)
+{
+    if (form == SkatJornal::Json) {
+        QJsonParseError fehler;
+        const QJsonDocument doc = QJsonDocument::fromJson(bytes, &fehler);
+        if (fehler.error != QJsonParseError::NoError || !doc.isObject())
+            return false;
+        *dokument = doc.object();
+        return true;
+    }
+    QCborParserError fehler;
+    const QCborValue wert = QCborValue::fromCbor(bytes, &fehler);
+    // fromCbor stops after the first item; anything behind it is damage too.
+    if (fehler.error != QCborError::NoError || fehler.offset != bytes.size() || !wert.isMap())
+        return false;
+    *dokument = wert.toMap().toJsonObject();
+    return true;
+}
+
+void warnungSpeichern()
+{
+    qWarning("Kann Jornaldatei nicht speichern.");
+}
+
+} // namespace
+
+JornalEintrag JornalEintrag::ausSpiel(const SpielEintrag &spiel, int status, const QString &spieler,
+                                      const QString &geber)
+{
+    JornalEintrag e;
+    e.status = status;
+    e.spielnr = spiel[SpielEintrag::Zeile];
+    e.gewonnen = spiel[SpielEintrag::Gewonnen];
+    e.verloren = spiel[SpielEintrag::Verloren];
+    // A lost game stores twice its value as Verloren.
+    e.spielwert = e.gewonnen != 0 ? e.gewonnen : e.verloren / 2;
+    e.mit = spiel[SpielEintrag::Mit];
+    e.ohne = spiel[SpielEintrag::Ohne];
+    e.hand = spiel.flag(SpielEintrag::Hand);
+    e.schneider = spiel.flag(SpielEintrag::Schneider);
+    e.schneiderangesagt = spiel.flag(SpielEintrag::AngSchneider);
+    e.schwarz = spiel.flag(SpielEintrag::Schwarz);
+    e.schwarzangesagt = spiel.flag(SpielEintrag::AngSchwarz);
+    e.offen = spiel.flag(SpielEintrag::Offen);
+    e.reizwert = spiel[SpielEintrag::Reizung];
+    e.eingepasst = spiel.flag(SpielEintrag::Eingepasst);
+    e.spieler = spieler;
+    e.geber = geber;
+    return e;
+}
+
+int JornalEintrag::spielerSitz(const SpielEintrag &spiel)
+{
+    for (int sitz = 0; sitz < 4; ++sitz) {
+        if (spiel.spielerWert(sitz) != 0)
+            return sitz;
+    }
+    return -1;
+}
+
+bool JornalEintrag::operator==(const JornalEintrag &o) const
+{
+    return status == o.status && spielnr == o.spielnr && spielwert == o.spielwert && mit == o.mit &&
+           ohne == o.ohne && hand == o.hand && schneider == o.schneider &&
+           schneiderangesagt == o.schneiderangesagt && schwarz == o.schwarz &&
+           schwarzangesagt == o.schwarzangesagt && offen == o.offen && gewonnen == o.gewonnen &&
+           verloren == o.verloren && reizwert == o.reizwert && eingepasst == o.eingepasst &&
+           spieler == o.spieler && geber == o.geber;
+}
+
+SkatJornal::SkatJornal(QObject *parent) : QObject(parent) {}
+
+void SkatJornal::setPath(const QString &basisPfad)
+{
+    m_basisPfad = basisPfad;
+}
+
+QString SkatJornal::path() const
+{
+    return m_basisPfad;
+}
+
+void SkatJornal::setKopf(const QDate &datum, int tischNr, int serie)
+{
+    m_datum = datum;
+    m_tischNr = tischNr;
+    m_serie = serie;
+}
+
+void SkatJornal::anhaengen(const JornalEintrag &eintrag)
+{
+    m_eintraege.append(eintrag);
+}
+
+void SkatJornal::leeren()
+{
+    m_eintraege.clear();
+}
+
+QJsonObject SkatJornal::dokument() const
+{
+    QJsonArray spiele;
+    for (const JornalEintrag &e : m_eintraege)
+        spiele.append(alsJson(e));
+    QJsonObject liste;
+    liste.insert(QStringLiteral("Datum"), m_datum.toString(datumsFormat));
+    liste.insert(QStringLiteral("tischnr"), m_tischNr);
+    liste.insert(QStringLiteral("seriennr"), m_serie);
+    liste.insert(QStringLiteral("spiele"), spiele);
+    return QJsonObject{{QStringLiteral("skatliste"), liste}};
+}
+
+QString SkatJornal::dateiPfad(const QString &basisPfad, Form form)
+{
+    return basisPfad + (form == Json ? QStringLiteral(".json") : QStringLiteral(".dat"));
+}
+
+bool SkatJornal::save(Form form) const
+{
+    // Without a path the file would land in the working directory as ".json".
+    if (m_basisPfad.isEmpty()) {
+        warnungSpeichern();
+        return false;
+    }
+    const QByteArray bytes = form == Json ? QJsonDocument(dokument()).toJson()
+                                          : QCborValue::fromJsonValue(dokument()).toCbor();
+    QSaveFile datei(dateiPfad(m_basisPfad, form));
+    if (!datei.open(QIODevice::WriteOnly)) {
+        warnungSpeichern();
+        return false;
+    }
+    if (datei.write(bytes) != bytes.size()) {
+        datei.cancelWriting();
+        warnungSpeichern();
+        return false;
+    }
+    if (!datei.commit()) {
+        warnungSpeichern();
+        return false;
+    }
+    return true;
+}
+
+bool SkatJornal::load(Form form)
+{
+    QFile datei(dateiPfad(m_basisPfad, form));
+    QJsonObject dokument;
+    Inhalt inhalt;
+    if (m_basisPfad.isEmpty() || !datei.open(QIODevice::ReadOnly) ||
+        !ausBytes(datei.readAll(), form, &dokument) || !ausDokument(dokument, &inhalt)) {
+        qWarning("Kann Jornaldatei nicht laden.");
+        return false;
+    }
+    m_datum = inhalt.datum;
+    m_tischNr = inhalt.tischNr;
+    m_serie = inhalt.serie;
+    m_eintraege.swap(inhalt.eintraege);
+    return true;
+}

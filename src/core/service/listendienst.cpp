@@ -1,0 +1,461 @@
+#include "core/service/listendienst.h"
+
+#include "core/standings/spielmodus.h"
+
+#include <QFile>
+#include <QSqlError>
+#include <QSqlRecord>
+#include <QSqlTableModel>
+
+#include <algorithm>
+
+namespace {
+
+const QString Ja = QStringLiteral("Ja");
+const QString Nein = QStringLiteral("Nein");
+
+ListenKopf anfangsKopf()
+{
+    ListenKopf kopf;
+    kopf.datum = QDate::currentDate();
+    // A Bierlachs list chosen before anything is stored plays down from 500.
+    kopf.blPunkte = 500;
+    return kopf;
+}
+
+} // namespace
+
+ListenDienst::ListenDienst(const QString &datenVerzeichnis, QObject *parent)
+    : QObject(parent), m_datenVerzeichnis(datenVerzeichnis), m_kopf(anfangsKopf())
+{
+}
+
+ListenDienst::~ListenDienst()
+{
+    // The model holds a handle on the connection, which must go first.
+    delete m_teilnehmer;
+}
+
+QString ListenDienst::dateiName() const
+{
+    return m_db ? m_db->dateiName() : QString();
+}
+
+QString ListenDienst::fehler() const
+{
+    return m_db ? m_db->fehler() : QString();
+}
+
+bool ListenDienst::benutzbar() const
+{
+    return m_zustand != ProtokollDatenbank::Zustand::Unbenutzbar &&
+           m_zustand != ProtokollDatenbank::Zustand::Fremd;
+}
+
+QString ListenDienst::dbFehler()
+{
+    const QString grund = m_modellFehler.isEmpty() && m_db ? m_db->fehler() : m_modellFehler;
+    m_modellFehler.clear();
+    return QStringLiteral("Die Datenbank\n%1\nkann nicht geschrieben werden:\n%2")
+        .arg(dateiName(), grund);
+}
+
+void ListenDienst::melden(ListenAenderung::Art art, int zeile)
+{
+    emit geaendert(ListenAenderung{art, zeile});
+}
+
+ProtokollDatenbank::Zustand ListenDienst::oeffnen()
+{
+    m_db = std::make_unique<ProtokollDatenbank>(m_datenVerzeichnis);
+    m_zustand = m_db->oeffnen();
+    m_spiele.clear();
+    if (benutzbar()) {
+        teilnehmerModellAnlegen();
+        m_spiele = m_db->spiele();
+        if (const std::optional<ListenKopf> kopf = m_db->kopfLesen())
+            m_kopf = *kopf;
+    }
+    listeGeladen();
+    if (m_zustand == ProtokollDatenbank::Zustand::Gespeichert)
+        jornalFortsetzen();
+    melden(ListenAenderung::ListeNeu);
+    return m_zustand;
+}
+
+ProtokollDatenbank::Zustand ListenDienst::zuruecksetzen()
+{
+    delete m_teilnehmer;
+    m_teilnehmer = nullptr;
+    if (m_db)
+        m_db->zuruecksetzen();
+    return oeffnen();
+}
+
+void ListenDienst::listeGeladen()
+{
+    m_listenTyp = anzahlTeilnehmer() == 3 ? 3 : 4;
+}
+
+void ListenDienst::teilnehmerModellAnlegen()
+{
+    delete m_teilnehmer;
+    m_teilnehmer = new QSqlTableModel(this, m_db->verbindung());
+    m_teilnehmer->setTable(QStringLiteral("Teilnehmer"));
+    m_teilnehmer->setEditStrategy(QSqlTableModel::OnManualSubmit);
+    connect(m_teilnehmer, &QSqlTableModel::primeInsert, this, &ListenDienst::teilnehmerVorbelegen);
+    connect(m_teilnehmer, &QSqlTableModel::dataChanged, this, [this] {
+        if (!m_teilnehmerIntern)
+            melden(ListenAenderung::Teilnehmer);
+    });
+    m_teilnehmer->select();
+    const QStringList koepfe{QStringLiteral("MtgldNr"), QStringLiteral("Spielername"),
+                             QStringLiteral("Mitglied"), QStringLiteral("Preisskat")};
+    for (int spalte = 0; spalte < koepfe.size(); ++spalte)
+        m_teilnehmer->setHeaderData(spalte, Qt::Horizontal, koepfe.at(spalte));
+}
+
+bool ListenDienst::teilnehmerSpeichern()
+{
+    if (m_teilnehmer->submitAll())
+        return true;
+    // The model issued the statement, so the reason is the model's.
+    m_modellFehler = m_teilnehmer->lastError().text();
+    return false;
+}
+
+std::optional<SpielEintrag> ListenDienst::spiel(int zeile) const
+{
+    const auto it =
+        std::find_if(m_spiele.cbegin(), m_spiele.cend(),
+                     [zeile](const SpielEintrag &e) { return e[SpielEintrag::Zeile] == zeile; });
+    if (it == m_spiele.cend())
+        return std::nullopt;
+    return *it;
+}
+
+int ListenDienst::letzteZeile() const
+{
+    return m_spiele.isEmpty() ? 0 : m_spiele.last()[SpielEintrag::Zeile];
+}
+
+int ListenDienst::geber() const
+{
+    return m_spiele.size() % m_listenTyp;
+}
+
+void ListenDienst::kopfAendern(const ListenKopf &kopf)
+{
+    if (kopf == m_kopf)
+        return;
+    m_kopf = kopf;
+    melden(ListenAenderung::Kopf);
+}
+
+DienstErgebnis ListenDienst::kopfSchreiben()
+{
+    if (!benutzbar() || !m_db->transaktion([this] { return m_db->kopfSchreiben(m_kopf); }))
+        return {dbFehler()};
+    return {};
+}
+
+QAbstractItemModel *ListenDienst::teilnehmerModell() const
+{
+    return m_teilnehmer;
+}
+
+int ListenDienst::anzahlTeilnehmer() const
+{
+    return m_teilnehmer ? m_teilnehmer->rowCount() : 0;
+}
+
+QString ListenDienst::teilnehmerName(int sitz) const
+{
+    if (!m_teilnehmer)
+        return QString();
+    return m_teilnehmer->index(sitz, 1).data().toString();
+}
+
+QVector<Teilnehmer> ListenDienst::teilnehmer() const
+{
+    QVector<Teilnehmer> liste;
+    for (int zeile = 0; zeile < anzahlTeilnehmer(); ++zeile) {
+        const auto wert = [&](int spalte) { return m_teilnehmer->index(zeile, spalte).data(); };
+        liste.append({wert(0).toInt(), wert(1).toString(), wert(2).toString(), wert(3).toString()});
+    }
+    return liste;
+}
+
+void ListenDienst::teilnehmerVorbelegen(int zeile, QSqlRecord &record)
+{
+    record.setValue(QStringLiteral("Mitglied"), Ja);
+    record.setValue(QStringLiteral("Preisskat"), Ja);
+    if (zeile >= 0 && zeile <= 3)
+        record.setValue(QStringLiteral("MgldNr"), zeile + 1);
+    // NOT NULL: the scorer types the name into the empty cell.
+    record.setValue(QStringLiteral("Name"), QString(QLatin1String("")));
+    for (int feld = 0; feld < record.count(); ++feld)
+        record.setGenerated(feld, true);
+}
+
+DienstErgebnis ListenDienst::sitzeTauschen(int sitz, int nachbar)
+{
+    if (!m_teilnehmer)
+        return {dbFehler()};
+    const QSqlRecord oben = m_teilnehmer->record(sitz);
+    const QSqlRecord unten = m_teilnehmer->record(nachbar);
+    m_teilnehmerIntern = true;
+    const bool ok = m_db->transaktion([&] {
+        for (int spalte = 0; spalte < 4; ++spalte) {
+            m_teilnehmer->setData(m_teilnehmer->index(sitz, spalte), unten.value(spalte));
+            m_teilnehmer->setData(m_teilnehmer->index(nachbar, spalte), oben.value(spalte));
+            if (!teilnehmerSpeichern())
+                return false;
+        }
+        return true;
+    });
+    m_teilnehmerIntern = false;
+    m_teilnehmer->select();
+    if (!ok)
+        return {dbFehler()};
+    melden(ListenAenderung::Sitzordnung);
+    return {};
+}
+
+DienstErgebnis ListenDienst::listenTypSetzen(int spieler)
+{
+    if (!m_teilnehmer)
+        return {dbFehler()};
+    const int zeilen = anzahlTeilnehmer();
+    m_teilnehmerIntern = true;
+    const bool ok = m_db->transaktion([&] {
+        if (spieler == 3 && zeilen == 4)
+            return m_teilnehmer->removeRow(3) && teilnehmerSpeichern();
+        if (spieler == 4 && zeilen == 3)
+            return m_teilnehmer->insertRow(3) && teilnehmerSpeichern();
+        return true;
+    });
+    m_teilnehmerIntern = false;
+    if (!ok) {
+        m_teilnehmer->revertAll();
+        return {dbFehler()};
+    }
+    m_listenTyp = spieler;
+    const bool turnier = m_kopf.modus == Spielmodus::Turnier;
+    m_kopf.anzahlSpiele = turnier ? (spieler == 3 ? 36 : 48) : 10;
+    melden(ListenAenderung::Kopf);
+    melden(ListenAenderung::Sitzordnung);
+    return {};
+}
+
+QStringList ListenDienst::spielerNamen() const
+{
+    return m_db ? m_db->spielerNamen() : QStringList();
+}
+
+DienstErgebnis ListenDienst::registerErsetzen(const QVector<SpielerDatensatz> &spieler)
+{
+    const bool ok = benutzbar() && m_db->transaktion([&] {
+        if (!m_db->spielerLeeren())
+            return false;
+        return std::all_of(spieler.cbegin(), spieler.cend(),
+                           [this](const SpielerDatensatz &s) { return m_db->spielerEintragen(s); });
+    });
+    if (!ok)
+        return {dbFehler()};
+    return {};
+}
+
+int ListenDienst::spielerHinzufuegen(const SpielerDatensatz &spieler)
+{
+    return benutzbar() ? m_db->spielerHinzufuegen(spieler) : 0;
+}
+
+EintragErgebnis ListenDienst::spielEintragen(const SpielEintrag &spiel)
+{
+    EintragErgebnis ergebnis;
+    ergebnis.zeile = letzteZeile() + 1;
+    ListenKopf kopf = m_kopf;
+    if (kopf.anzahlSpiele < ergebnis.zeile) {
+        if (kopf.modus == Spielmodus::Turnier) {
+            ergebnis.art = EintragErgebnis::ListenEnde;
+            return ergebnis;
+        }
+        // Result and Bierlachs lists go on in steps of ten games.
+        kopf.anzahlSpiele += 10;
+    }
+    const bool erstesSpiel = ergebnis.zeile == 1;
+    // A Bierlachs list needs points to play down from.
+    if (erstesSpiel && kopf.modus == Spielmodus::Bierlachs && kopf.blPunkte <= 0)
+        kopf.blPunkte = 500;
+
+    SpielEintrag neu = spiel;
+    neu.setze(SpielEintrag::Zeile, ergebnis.zeile);
+    const bool ok = benutzbar() && m_db->transaktion([&] {
+        if (!m_db->einfuegen(neu))
+            return false;
+        return !erstesSpiel || (m_db->kopfSchreiben(kopf) && teilnehmerSpeichern());
+    });
+    if (!ok) {
+        ergebnis.art = EintragErgebnis::Fehler;
+        ergebnis.fehler = dbFehler();
+        return ergebnis;
+    }
+    m_spiele.append(neu);
+    jornalEintragen(neu, JornalEintrag::Normal);
+    if (kopf != m_kopf) {
+        m_kopf = kopf;
+        melden(ListenAenderung::Kopf);
+    }
+    melden(ListenAenderung::SpielNeu, ergebnis.zeile);
+    return ergebnis;
+}
+
+DienstErgebnis ListenDienst::spielAendern(const SpielEintrag &spiel)
+{
+    const int zeile = spiel[SpielEintrag::Zeile];
+    if (!benutzbar() || !m_db->transaktion([&] { return m_db->aendern(spiel); }))
+        return {dbFehler()};
+    for (SpielEintrag &e : m_spiele) {
+        if (e[SpielEintrag::Zeile] == zeile)
+            e = spiel;
+    }
+    jornalEintragen(spiel, JornalEintrag::Geaendert);
+    melden(ListenAenderung::SpielGeaendert, zeile);
+    return {};
+}
+
+DienstErgebnis ListenDienst::spielEntfernen(int zeile)
+{
+    const std::optional<SpielEintrag> geloescht = spiel(zeile);
+    const int letzte = letzteZeile();
+    if (!benutzbar() || !m_db->transaktion([&] { return m_db->entfernen(zeile, letzte); }))
+        return {dbFehler()};
+    if (geloescht)
+        jornalEintragen(*geloescht, JornalEintrag::Geloescht);
+    // The rows as the statements left them: this one gone, the later ones moved up.
+    m_spiele.erase(
+        std::remove_if(m_spiele.begin(), m_spiele.end(),
+                       [zeile](const SpielEintrag &e) { return e[SpielEintrag::Zeile] == zeile; }),
+        m_spiele.end());
+    for (SpielEintrag &e : m_spiele) {
+        const int z = e[SpielEintrag::Zeile];
+        if (z > zeile && z <= letzte)
+            e.setze(SpielEintrag::Zeile, z - 1);
+    }
+    melden(ListenAenderung::SpielEntfernt, zeile);
+    return {};
+}
+
+DienstErgebnis ListenDienst::neuesProtokoll(int tischNr, int serie,
+                                            const std::optional<QStringList> &namen)
+{
+    if (!benutzbar())
+        return {dbFehler()};
+    m_teilnehmerIntern = true;
+    const bool ok = m_db->transaktion([&] {
+        if (!m_db->spielListeLeeren() || !m_db->kopfLeeren())
+            return false;
+        if (!namen)
+            return teilnehmerSpeichern();
+        if (!m_db->teilnehmerLeeren())
+            return false;
+        for (const QString &name : *namen) {
+            SpielerDatensatz spieler;
+            spieler.name = name;
+            const int nummer = m_db->spielerHinzufuegen(spieler);
+            const std::optional<SpielerDatensatz> bekannt = m_db->spielerNachName(name);
+            if (nummer == 0 || !bekannt)
+                return false;
+            if (!m_db->teilnehmerEinfuegen({bekannt->mgldNr, name, bekannt->mitglied ? Ja : Nein,
+                                            bekannt->preisskat ? Ja : Nein}))
+                return false;
+        }
+        return true;
+    });
+    m_teilnehmerIntern = false;
+    if (!ok)
+        return {dbFehler()};
+    m_teilnehmer->select();
+    m_spiele.clear();
+    listeGeladen();
+    m_kopf.tischNr = tischNr;
+    m_kopf.serie = serie;
+    m_kopf.datum = QDate::currentDate();
+    if (m_kopf.modus != Spielmodus::Bierlachs)
+        m_kopf.blPunkte = 0;
+    m_kopf.anzahlSpiele = m_listenTyp == 3 ? 36 : 48;
+    melden(ListenAenderung::ListeNeu);
+    return {};
+}
+
+DienstErgebnis ListenDienst::serieStarten()
+{
+    if (!benutzbar() ||
+        !m_db->transaktion([this] { return teilnehmerSpeichern() && m_db->kopfSchreiben(m_kopf); }))
+        return {dbFehler()};
+    jornalStarten();
+    return {};
+}
+
+DienstErgebnis ListenDienst::protokollErsetzen(ListenKopf kopf,
+                                               const QVector<Teilnehmer> &teilnehmer,
+                                               const QVector<SpielEintrag> &spiele)
+{
+    if (!kopf.datum.isValid())
+        kopf.datum = QDate::currentDate();
+    // A file keeps no Bierlachs points.
+    kopf.blPunkte = 0;
+    const bool ok = benutzbar() && m_db->transaktion([&] {
+        if (!m_db->spielListeLeeren() || !m_db->kopfSchreiben(kopf) || !m_db->teilnehmerLeeren())
+            return false;
+        for (const Teilnehmer &t : teilnehmer) {
+            if (!m_db->teilnehmerEinfuegen(t))
+                return false;
+        }
+        for (const SpielEintrag &spiel : spiele) {
+            if (!m_db->einfuegen(spiel))
+                return false;
+        }
+        return true;
+    });
+    if (!ok)
+        return {dbFehler()};
+    m_teilnehmer->select();
+    m_spiele = spiele;
+    m_kopf = kopf;
+    listeGeladen();
+    jornalFortsetzen();
+    melden(ListenAenderung::ListeNeu);
+    return {};
+}
+
+void ListenDienst::jornalStarten()
+{
+    m_jornal.setPath(QStringLiteral("%1/jornal").arg(m_datenVerzeichnis));
+    m_jornal.setKopf(m_kopf.datum, m_kopf.tischNr, m_kopf.serie);
+    m_jornal.leeren();
+    m_jornal.save(SkatJornal::Json);
+}
+
+void ListenDienst::jornalFortsetzen()
+{
+    m_jornal.setPath(QStringLiteral("%1/jornal").arg(m_datenVerzeichnis));
+    // A journal of another list is not continued.
+    const bool vorhanden = QFile::exists(SkatJornal::dateiPfad(m_jornal.path(), SkatJornal::Json));
+    if (vorhanden && m_jornal.load(SkatJornal::Json) && m_jornal.datum() == m_kopf.datum &&
+        m_jornal.tischNr() == m_kopf.tischNr && m_jornal.serie() == m_kopf.serie)
+        return;
+    m_jornal.setKopf(m_kopf.datum, m_kopf.tischNr, m_kopf.serie);
+    m_jornal.leeren();
+}
+
+void ListenDienst::jornalEintragen(const SpielEintrag &spiel, int status)
+{
+    const int sitz = JornalEintrag::spielerSitz(spiel);
+    const QString spieler = sitz >= 0 ? teilnehmerName(sitz) : QString();
+    const int zeile = spiel[SpielEintrag::Zeile];
+    const QString spielGeber = teilnehmerName(zeile > 0 ? (zeile - 1) % m_listenTyp : geber());
+    m_jornal.anhaengen(JornalEintrag::ausSpiel(spiel, status, spieler, spielGeber));
+    m_jornal.save(SkatJornal::Json);
+}

@@ -1,8 +1,0 @@
-#include "sheets/listview.h"
-
-#include <QScroller>
-
-ListView::ListView(QWidget *parent) : QGraphicsView(parent)
-{
-    QScroller::grabGesture(this, QScroller::LeftMouseButtonGesture);
-}

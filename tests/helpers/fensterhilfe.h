@@ -1,0 +1,43 @@
+#pragma once
+
+// For the window tests: clicks the window's widgets by object name, sets a
+// game on the entry panel, and a main() with a QApplication.
+
+#include "helpers/testumgebung.h"
+
+#include <QApplication>
+#include <QString>
+
+class QWidget;
+
+namespace Fenster {
+
+// Clicks the child widget with the given object name.
+void klick(QWidget *fenster, const char *name);
+
+// One game as the scorer sets it on the panel: game type button, one jack
+// "Mit", result, declarer seat (-1 for none) and bid text.
+struct Spiel
+{
+    const char *typ = "tbKreuz";
+    int sitz = 0;
+    bool gewonnen = true;
+    QString reizung;
+};
+
+// Sets the panel, presses "Fertig" and "Übernehmen".
+void eingeben(QWidget *fenster, const Spiel &spiel);
+
+// The text of the child line edit with the given object name.
+QString text(QWidget *fenster, const char *name);
+
+} // namespace Fenster
+
+#define KARTULO_TEST_MAIN(Klasse)                                                                  \
+    int main(int argc, char *argv[])                                                               \
+    {                                                                                              \
+        TestUmgebung::vorbereiten();                                                               \
+        QApplication app(argc, argv);                                                              \
+        Klasse test;                                                                               \
+        return QTest::qExec(&test, argc, argv);                                                    \
+    }
