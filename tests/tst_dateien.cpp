@@ -1,0 +1,370 @@
+// The files of a list: the XML protocol byte for byte against data/ and back,
+// damaged and foreign files with the line of the problem and what a file may
+// leave out; the journal in both forms against its golden files, entries from
+// stored rows, damaged journals that leave it untouched; and the player file
+// and manager entries with their cleaned names.
+
+#include "core/files/skatjornal.h"
+#include "core/files/spielerdatei.h"
+#include "core/files/xmlprotokoll.h"
+#include "helpers/testprotokoll.h"
+#include "helpers/testumgebung.h"
+
+#include <QTemporaryDir>
+
+namespace {
+
+using S = SpielEintrag;
+
+QByteArray dateiInhalt(const QString &pfad)
+{
+    QFile datei(pfad);
+    return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("<nicht lesbar>");
+}
+
+// A tournament list of four with a name of each kind that needs care in XML: "&", quotes,
+// angle brackets, umlauts and an apostrophe. Every cost differs from the others, so a
+// swapped attribute shows.
+XmlDaten turnierListe()
+{
+    XmlDaten d;
+    d.kopf.datum = QDate(2024, 5, 3);
+    d.kopf.tischNr = 5;
+    d.kopf.serie = 2;
+    d.kopf.gruppe = QStringLiteral("Herbst'24");
+    d.kosten = {0.5, 1.5, 2.5, 3.5, 1.2, 0.6, 1.1, 12.5, 20, 45, 35};
+    d.verein = QStringLiteral("Skatclub Grün-Weiß 1896 e.V.");
+    d.spiele = TestProtokoll::abend(48, 4);
+    d.spieler = {{1017, "Anna Bergmann", "Ja", "Ja"},
+                 {233, "Jörg \"Jo\" Weiß & Söhne", "Ja", "Nein"},
+                 {4, "Carl <Köhler>", "Nein", "Ja"},
+                 {1290, "Dora O'Neill", "Ja", "Ja"}};
+    return d;
+}
+
+// A result list of three that has just been started: no games yet.
+XmlDaten ergebnisListeOhneSpiele()
+{
+    XmlDaten d;
+    d.kopf.datum = QDate(2024, 12, 31);
+    d.kopf.tischNr = 12;
+    d.kopf.serie = 1;
+    d.kopf.anzahlSpiele = 36;
+    d.kopf.modus = 1;
+    d.kosten.kartengeld = 1.5;
+    d.kosten.platz4 = 3.0;
+    d.verein = QStringLiteral("MeinVerein");
+    d.spieler = {{11, "Eva", "Ja", "Ja"}, {12, "Max", "Nein", "Nein"}, {13, "Ute", "Ja", "Nein"}};
+    return d;
+}
+
+// What a file gives: the problem with its line, or what was read, written again.
+QString gelesen(const QByteArray &inhalt)
+{
+    const auto ergebnis = XmlProtokoll::lesen(inhalt);
+    if (const auto *fehler = std::get_if<XmlFehler>(&ergebnis))
+        return QStringLiteral("Zeile %1: %2").arg(fehler->zeile).arg(fehler->text);
+    return XmlProtokoll::schreiben(std::get<XmlDaten>(ergebnis));
+}
+
+// The journal of the golden files tests/data/jornal.json and jornal.dat; Bert's Grand was
+// entered without a bid, which comes back as 18.
+QVector<JornalEintrag> jornalAbend(bool gelesen)
+{
+    JornalEintrag passe;
+    passe.eingepasst = true;
+    passe.geber = QStringLiteral("Bert");
+    return {{JornalEintrag::Normal, 1, 48, 2, 0, true, false, false, false, false, false, 48, 0, 20,
+             false, "Anna", "Dora"},
+            {JornalEintrag::Geaendert, 2, 48, 0, 1, false, false, false, false, false, false, 0, 96,
+             gelesen ? 18 : 0, false, "Bert", "Anna"},
+            passe,
+            {JornalEintrag::Geloescht, 3, 46, 0, 0, false, false, false, false, false, true, 0, 92,
+             46, false, QStringLiteral(u"J\u00FCrgen"), "Carl"}};
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(XmlDaten)
+Q_DECLARE_METATYPE(SkatJornal::Form)
+
+class TstDateien : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void xmlVorlage_data();
+    void xmlVorlage();
+    void xmlLesen_data();
+    void xmlLesen();
+    void xmlSchreibenFehlschlag();
+    void jornalVorlage_data();
+    void jornalVorlage();
+    void jornalAusSpiel();
+    void jornalBeschaedigt_data();
+    void jornalBeschaedigt();
+    void spielerDatei_data();
+    void spielerDatei();
+    void listenEintrag_data();
+    void listenEintrag();
+};
+
+void TstDateien::xmlVorlage_data()
+{
+    QTest::addColumn<XmlDaten>("daten");
+    QTest::addColumn<QString>("datei");
+    QTest::newRow("Turnierliste, 48 Spiele") << turnierListe() << "data/protokoll48.xml";
+    QTest::newRow("Ergebnisliste ohne Spiele")
+        << ergebnisListeOhneSpiele() << "data/protokoll_ohne_spiele.xml";
+}
+
+// Files from earlier evenings must keep opening, so the document may not drift: the files
+// in data/ were checked by hand (attribute names and order, "ja"/"nein", the date, escaped
+// names, UTF-8, the empty <spiele/>).
+void TstDateien::xmlVorlage()
+{
+    QFETCH(XmlDaten, daten);
+    QFETCH(QString, datei);
+    const QByteArray erwartet = dateiInhalt(QFINDTESTDATA(datei));
+    // The writer replaces a longer old copy whole and leaves no temporary file beside it.
+    QTemporaryDir ort;
+    const QString pfad = ort.filePath(QStringLiteral("vorlage.xml"));
+    QVERIFY(XmlProtokoll::dateiSchreiben(pfad, QString(20000, QLatin1Char('x'))));
+    QVERIFY(XmlProtokoll::dateiSchreiben(pfad, XmlProtokoll::schreiben(daten)));
+    QCOMPARE(QDir(ort.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList{"vorlage.xml"});
+    const QByteArray geschrieben = dateiInhalt(pfad);
+    QCOMPARE(geschrieben.split('\n'), erwartet.split('\n'));
+    QCOMPARE(gelesen(geschrieben), XmlProtokoll::schreiben(daten));
+    QVERIFY(XmlProtokoll::istProtokoll(geschrieben));
+}
+
+void TstDateien::xmlLesen_data()
+{
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<QStringList>("imText");
+
+    // A damaged or foreign file is refused with the line of the problem.
+    QTest::newRow("leere Datei") << QByteArray() << QStringList{"Zeile 1: ", "leer"};
+    QTest::newRow("Tag nicht geschlossen")
+        << QByteArray("<Kartulo>\n<spiele>\n<spiel nr=\"1\">\n</spiele>\n</Kartulo>\n")
+        << QStringList{"Zeile 4: ", "Opening and ending tag mismatch"};
+    const QByteArray voll = dateiInhalt(QFINDTESTDATA("data/protokoll48.xml"));
+    QTest::newRow("abgeschnitten") << voll.left(voll.indexOf("<spiel nr=\"19\"") + 50)
+                                   << QStringList{"Zeile 26: ", "bricht mitten"};
+    QTest::newRow("fremde Wurzel")
+        << QByteArray("<?xml version=\"1.0\"?>\n<KartuloListe datum=\"03-05-2024\"/>\n")
+        << QStringList{"Zeile 2: ", "Keine Kartulo-Protokolldatei"};
+    QTest::newRow("Zahl kaputt im dritten Spiel")
+        << QByteArray("<Kartulo>\n<spiele>\n<spiel/>\n<spiel/>\n<spiel gewonnen=\"abc\"/>")
+        << QStringList{"Zeile 5: ", "\"gewonnen\" von <spiel> ist keine Zahl: \"abc\""};
+    QTest::newRow("Geld kaputt") << QByteArray("<Kartulo platz2=\"1,5x\"/>")
+                                 << QStringList{"Zeile 1: ", "\"platz2\""};
+    QTest::newRow("Datum kaputt") << QByteArray("<Kartulo datum=\"2024-05-03\"/>")
+                                  << QStringList{"Zeile 1: ", "TT-MM-JJJJ"};
+    QTest::newRow("Spieler doppelt")
+        << QByteArray("<Kartulo>\n<spieler1/>\n<spieler1/>\n</Kartulo>")
+        << QStringList{"Zeile 3: ", "erwartet wird <spieler2>"};
+
+    // What a file leaves out takes its default; written again, the document shows it.
+    QTest::newRow("nur die Wurzel, Geld mit Komma")
+        << QByteArray("<Kartulo modus=\"Ergebnis\" kartengeld=\"1,5\" gewsp-verlsp=\"7\"/>")
+        << QStringList{"<Kartulo datum=\"\" tischnr=\"0\" serie=\"0\" modus=\"Ergebnis\" "
+                       "spielanzahl=\"48\" kartengeld=\"1.5\" verlsp1-5=\"0.0\"",
+                       "gewsp-verlsp=\"7\" verlspgegensp_4=\"0\"",
+                       "platz4=\"0.0\" verein=\"\" gruppe=\"\">"};
+    QTest::newRow("Spieler 2 ohne Namen")
+        << QByteArray("<Kartulo><spieler1 name=\"Anna\"/><spieler2 mgldnr=\"7\" mitglied=\"Ja\"/>"
+                      "<spieler5/></Kartulo>")
+        << QStringList{
+               "<spieler1 mgldnr=\"0\" name=\"Anna\" mitglied=\"Nein\" preisskat=\"Nein\"/>",
+               "<spieler2 mgldnr=\"7\" name=\"Spieler 2\" mitglied=\"Ja\" "
+               "preisskat=\"Nein\"/>\n    <spiele/>"};
+    // A game without a number is the one after the previous game; a flag is set by "ja" in
+    // any case; a game outside <spiele> is no game.
+    QTest::newRow("Spiele ohne Nummer")
+        << QByteArray("<Kartulo><spiel/><spiele><spiel spiel=\"12\" hand=\"JA\"/><spiel "
+                      "nr=\"7\"/><x><spiel/></x><spiel/></spiele></Kartulo>")
+        << QStringList{"<spiel nr=\"1\" spiel=\"12\" mit=\"0\" ohne=\"0\" hand=\"ja\"",
+                       "<spiel nr=\"7\" spiel=\"0\"", "<spiel nr=\"8\" spiel=\"0\"",
+                       "eingepasst=\"nein\" reizung=\"0\"/>\n    </spiele>"};
+}
+
+void TstDateien::xmlLesen()
+{
+    QFETCH(QByteArray, inhalt);
+    QFETCH(QStringList, imText);
+    const QString text = gelesen(inhalt);
+    for (const QString &teil : imText)
+        QVERIFY2(text.contains(teil), qPrintable(text));
+    QVERIFY(text.count(QLatin1String("<spiel ")) <= 3);
+}
+
+// A copy that cannot be written leaves the last one as it was and nothing beside it.
+void TstDateien::xmlSchreibenFehlschlag()
+{
+    QTemporaryDir ort;
+    const QString altPfad = ort.filePath(QStringLiteral("kopie.xml"));
+    QVERIFY(XmlProtokoll::dateiSchreiben(altPfad, QStringLiteral("alt")));
+    QVERIFY(!XmlProtokoll::dateiSchreiben(ort.filePath(QStringLiteral("fehlt/kopie.xml")),
+                                          QStringLiteral("neu")));
+    QCOMPARE(dateiInhalt(altPfad), QByteArray("alt\n"));
+    QVERIFY(!XmlProtokoll::istProtokoll("<KartuloListe datum=\"\"/>"));
+}
+
+void TstDateien::jornalVorlage_data()
+{
+    QTest::addColumn<SkatJornal::Form>("form");
+    QTest::addColumn<QString>("datei");
+    QTest::newRow("JSON") << SkatJornal::Json << QFINDTESTDATA("data/jornal.json");
+    QTest::newRow("CBOR") << SkatJornal::Binaer << QFINDTESTDATA("data/jornal.dat");
+}
+
+void TstDateien::jornalVorlage()
+{
+    QFETCH(SkatJornal::Form, form);
+    QFETCH(QString, datei);
+    const QByteArray golden = dateiInhalt(datei);
+    // Writing the evening gives the file byte for byte ...
+    QTemporaryDir ordner;
+    SkatJornal jornal;
+    jornal.setPath(ordner.filePath("jornal"));
+    jornal.setKopf(QDate(2026, 11, 14), 5, 2);
+    for (const JornalEintrag &e : jornalAbend(false))
+        jornal.anhaengen(e);
+    QVERIFY(jornal.save(form));
+    QCOMPARE(dateiInhalt(SkatJornal::dateiPfad(jornal.path(), form)), golden);
+    // The type texts are the words' Latin-1 bytes read as UTF-8, as readers of the files expect.
+    for (const char *typ : {"normal", "ge\xEF\xBF\xBDndert", "gel\xEF\xBF\xBDscht"})
+        QVERIFY2(golden.contains(typ), typ);
+    // ... and reading the file replaces whatever the journal held with the evening.
+    SkatJornal gelesen;
+    gelesen.setPath(QFileInfo(datei).absolutePath() + "/jornal");
+    gelesen.anhaengen(jornalAbend(true).first());
+    QVERIFY(gelesen.load(form));
+    QCOMPARE(gelesen.datum(), QDate(2026, 11, 14));
+    QCOMPARE(gelesen.tischNr(), 5);
+    QCOMPARE(gelesen.serie(), 2);
+    QVERIFY(gelesen.eintraege() == jornalAbend(true));
+}
+
+// Status and both names are passed through; the rest comes from the stored row.
+void TstDateien::jornalAusSpiel()
+{
+    SpielEintrag grand;
+    for (auto [spalte, wert] : {std::pair{S::Zeile, 2},
+                                {S::Spiel, 24},
+                                {S::Ohne, 1},
+                                {S::Verloren, 96},
+                                {S::Spieler3, -96}})
+        grand.setze(spalte, wert);
+    QVERIFY(JornalEintrag::ausSpiel(grand, JornalEintrag::Geaendert, "Bert", "Anna") ==
+            jornalAbend(false).at(1));
+    QCOMPARE(JornalEintrag::spielerSitz(grand), 2);
+    SpielEintrag passe;
+    passe.setze(S::Eingepasst, true);
+    QCOMPARE(JornalEintrag::spielerSitz(passe), -1);
+}
+
+void TstDateien::jornalBeschaedigt_data()
+{
+    QTest::addColumn<SkatJornal::Form>("form");
+    QTest::addColumn<QByteArray>("inhalt"); // null: there is no file
+    const QByteArray gut = dateiInhalt(QFINDTESTDATA("data/jornal.json"));
+    QTest::newRow("Datei fehlt") << SkatJornal::Json << QByteArray();
+    QTest::newRow("abgeschnitten") << SkatJornal::Json << gut.left(gut.size() / 2);
+    // A valid header, then an entry that is no object: nothing of the file may be taken.
+    QTest::newRow("Eintrag kein Objekt")
+        << SkatJornal::Json << QByteArray(gut).replace("\"spiele\": [", "\"spiele\": [1, ");
+    QTest::newRow("Zahl mit Bruch")
+        << SkatJornal::Json << QByteArray(gut).replace("\"spielnr\": 3", "\"spielnr\": 3.5");
+    QTest::newRow("unbekannter Typ")
+        << SkatJornal::Json << QByteArray(gut).replace("\"normal\"", "\"anders\"");
+    QTest::newRow("CBOR mit Anhang")
+        << SkatJornal::Binaer << dateiInhalt(QFINDTESTDATA("data/jornal.dat")) + "x";
+}
+
+void TstDateien::jornalBeschaedigt()
+{
+    QFETCH(SkatJornal::Form, form);
+    QFETCH(QByteArray, inhalt);
+    QTemporaryDir ordner;
+    const QString basis = ordner.filePath("jornal");
+    if (!inhalt.isNull()) {
+        QFile datei(SkatJornal::dateiPfad(basis, form));
+        QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
+    }
+    SkatJornal jornal;
+    jornal.setPath(basis);
+    jornal.setKopf(QDate(2025, 3, 1), 8, 3);
+    jornal.anhaengen(jornalAbend(false).at(2));
+    QTest::ignoreMessage(QtWarningMsg, "Kann Jornaldatei nicht laden.");
+    QVERIFY(!jornal.load(form));
+    QCOMPARE(jornal.tischNr(), 8);
+    QCOMPARE(jornal.eintraege().size(), 1);
+}
+
+void TstDateien::spielerDatei_data()
+{
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<QStringList>("namen");
+    QTest::newRow("Gross vor klein")
+        << QByteArray("b\nA\na\nanna\nB") << QStringList{"A", "B", "a", "anna", "b"};
+    QTest::newRow("BOM, CRLF, Leerzeilen")
+        << QByteArray("\xEF\xBB\xBF  Zoe Z \r\n\r\n\t\nAnna\r\n") << QStringList{"Anna", "Zoe Z"};
+    QTest::newRow("NUL beendet die Zeile")
+        << QByteArray("Anna\0Rest\n\0Bernd\nCarl\r\0\n", 24) << QStringList{"Anna", "Carl"};
+    QTest::newRow("verbotene Zeichen, Doppelte bleiben")
+        << QByteArray("An|na\nB@rnd\n$Carl:\n|@$:\nAnna\n")
+        << QStringList{"Anna", "Anna", "Brnd", "Carl"};
+    // 40 characters at most; a cut never leaves a blank or half a character behind.
+    QTest::newRow("zu lang") << QString(39, QLatin1Char('x')).toUtf8() + " yz\n" +
+                                    QString(39, QLatin1Char('y')).toUtf8() + "\xF0\x9F\x82\xA1"
+                             << QStringList{QString(39, QLatin1Char('x')),
+                                            QString(39, QLatin1Char('y'))};
+}
+
+void TstDateien::spielerDatei()
+{
+    QFETCH(QByteArray, inhalt);
+    QTEST(SpielerDatei::namenAusDatei(inhalt), "namen");
+    // Each forbidden character once, in the order it first occurs.
+    QCOMPARE(SpielerDatei::verboteneZeichen(QStringLiteral("a:b$c@d|e@: (x), 100%")),
+             QStringLiteral(":$@|"));
+}
+
+void TstDateien::listenEintrag_data()
+{
+    QTest::addColumn<QString>("eintrag");
+    QTest::addColumn<QString>("erwartet");
+    QTest::newRow("vollstaendig") << "12|Anna Alt|Ja|Nein"
+                                  << "12 Anna Alt 1 0";
+    QTest::newRow("nur \"Ja\" ist ja") << "7|Bernd|ja|Ja "
+                                       << "7 Bernd 0 0";
+    QTest::newRow("Nummer unlesbar, Name bereinigt") << " x1 | D@ra: |Nein|Ja"
+                                                     << "0 Dra 0 1";
+    QTest::newRow("Nummer mit Blanks") << " 42 |Carl"
+                                       << "42 Carl 1 1";
+    QTest::newRow("ohne Preisskat, mehr Teile") << "9|Emil|Nein|Ja|Nein"
+                                                << "9 Emil 0 1";
+    QTest::newRow("nur Nummer") << "9"
+                                << "9  1 1";
+    QTest::newRow("blank") << "  "
+                           << "-";
+}
+
+void TstDateien::listenEintrag()
+{
+    QFETCH(QString, eintrag);
+    const std::optional<SpielerDatensatz> s = SpielerDatei::ausListenEintrag(eintrag);
+    const QString text = !s ? QStringLiteral("-")
+                            : QStringLiteral("%1 %2 %3 %4")
+                                  .arg(s->mgldNr)
+                                  .arg(s->name)
+                                  .arg(int(s->mitglied))
+                                  .arg(int(s->preisskat));
+    QTEST(text, "erwartet");
+}
+
+KARTULO_KERN_TEST_MAIN(TstDateien)
+#include "tst_dateien.moc"

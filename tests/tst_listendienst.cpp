@@ -1,0 +1,515 @@
+// The list being kept: what opening kartulo.db finds (and that a file that is
+// not ours stays untouched), entering, correcting and deleting games with the
+// journal and the announcements, the end of a list per mode, a new protocol,
+// an imported one, the seats, the registry, that a change that cannot be
+// stored leaves database, memory and journal exactly as they were, and the
+// settings store beside the list.
+
+#include "core/service/einstellungen.h"
+#include "core/service/listendienst.h"
+#include "core/standings/spielmodus.h"
+#include "helpers/testprotokoll.h"
+#include "helpers/testumgebung.h"
+
+#include <QSettings>
+#include <QSqlError>
+#include <QSqlQuery>
+
+using namespace TestProtokoll;
+using Zustand = ProtokollDatenbank::Zustand;
+Q_DECLARE_METATYPE(Zustand)
+
+namespace {
+
+using S = SpielEintrag;
+
+SpielEintrag spiel(int sitz, int wert)
+{
+    SpielEintrag e;
+    e.setze(S::Spiel, 12);
+    e.setze(S::Mit, 1);
+    e.setze(wert > 0 ? S::Gewonnen : S::Verloren, qAbs(wert));
+    e.setze(static_cast<S::Spalte>(S::Spieler1 + sitz), wert);
+    return e;
+}
+
+// Everything of the list as the database holds it, read through a connection of its own.
+QString gespeichert()
+{
+    QStringList teile;
+    for (const char *name : {"Zeile", "Spieler1", "Spieler2", "Spieler3"}) {
+        QStringList werte;
+        for (int wert : spalte("SpielListe", QLatin1String(name)))
+            werte << QString::number(wert);
+        teile << werte.join(QLatin1Char(' '));
+    }
+    teile << QString::number(zeilen("Settings")) << QString::number(zeilen("Teilnehmer"));
+    return teile.join(QLatin1String(" | "));
+}
+
+// The same from the list in memory, in the same form.
+QString imSpeicher(const ListenDienst &dienst)
+{
+    QStringList teile;
+    for (S::Spalte spalte : {S::Zeile, S::Spieler1, S::Spieler2, S::Spieler3}) {
+        QStringList werte;
+        for (const SpielEintrag &e : dienst.spiele())
+            werte << QString::number(e[spalte]);
+        teile << werte.join(QLatin1Char(' '));
+    }
+    return teile.join(QLatin1String(" | "));
+}
+
+QByteArray jornal()
+{
+    QFile datei(TestUmgebung::datenVerzeichnis() + QStringLiteral("/jornal.json"));
+    return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
+}
+
+// Records what the list announces, as "art:zeile".
+struct Meldungen : QStringList
+{
+    explicit Meldungen(ListenDienst &dienst)
+    {
+        QObject::connect(&dienst, &ListenDienst::geaendert, [this](const ListenAenderung &a) {
+            append(QStringLiteral("%1:%2").arg(a.art).arg(a.zeile));
+        });
+    }
+};
+
+// Makes every write of the kind fail inside the database, as a full disk or a lock would.
+void sperren(const char *ereignis)
+{
+    QVERIFY(sql({QStringLiteral("CREATE TRIGGER sperre BEFORE %1 BEGIN SELECT RAISE(ABORT, "
+                                "'gesperrt'); END")
+                     .arg(QLatin1String(ereignis))}));
+}
+
+} // namespace
+
+class TstListenDienst : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void oeffnen_data();
+    void oeffnen();
+    void eintragen();
+    void listenEnde_data();
+    void listenEnde();
+    void aendernUndEntfernen_data();
+    void aendernUndEntfernen();
+    void schreibfehler_data();
+    void schreibfehler();
+    void neuesProtokoll();
+    void protokollErsetzen();
+    void sitze();
+    void spielerRegister();
+    void einstellungen();
+};
+
+void TstListenDienst::init()
+{
+    TestUmgebung::allesLoeschen();
+}
+
+void TstListenDienst::oeffnen_data()
+{
+    QTest::addColumn<QStringList>("statements");
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<Zustand>("zustand");
+
+    QTest::newRow("neu") << QStringList() << QByteArray() << Zustand::Neu;
+    QTest::newRow("gespeichert") << QStringList{"*"} << QByteArray() << Zustand::Gespeichert;
+    // Games without registered players are not a protocol to restore.
+    QTest::newRow("ohne Spieler") << QStringList{"*", "DELETE FROM Spieler"} << QByteArray()
+                                  << Zustand::OhneSpieler;
+    QTest::newRow("kein SQLite") << QStringList() << QByteArray("Keine Datenbank.\n")
+                                 << Zustand::Fremd;
+    QTest::newRow("Spalten anders") << QStringList{"create table SpielListe (Zeile int, Spiel int)"}
+                                    << QByteArray() << Zustand::Fremd;
+}
+
+void TstListenDienst::oeffnen()
+{
+    QFETCH(QStringList, statements);
+    QFETCH(QByteArray, inhalt);
+    QFETCH(Zustand, zustand);
+    if (statements.value(0) == QLatin1String("*")) {
+        QVERIFY(anlegen(3, 36, Spielmodus::Ergebnis, 7));
+        QVERIFY(sql({spiel(1, 24).insertStatement(), "UPDATE SpielListe SET Zeile = 1"}));
+        statements.removeFirst();
+    }
+    QVERIFY(sql(statements));
+    if (!inhalt.isEmpty()) {
+        QFile datei(TestUmgebung::datenbankDatei());
+        QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
+    }
+    const QString vorher = gespeichert();
+    {
+        ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+        Meldungen meldungen(dienst);
+        QCOMPARE(dienst.oeffnen(), zustand);
+        QCOMPARE(meldungen, QStringList{"6:0"});
+        if (zustand == Zustand::Fremd) {
+            QVERIFY(!dienst.benutzbar());
+            QVERIFY(!dienst.fehler().isEmpty());
+            // Nothing is written into a file that is not Kartulo's, and nothing breaks.
+            QCOMPARE(dienst.spielEintragen(spiel(1, 24)).art, EintragErgebnis::Fehler);
+            QVERIFY(!dienst.serieStarten().ok());
+            QVERIFY(!dienst.neuesProtokoll(1, 1, QStringList{"Eva"}).ok());
+            QVERIFY(!dienst.kopfSchreiben().ok());
+            return;
+        }
+        QVERIFY(dienst.benutzbar());
+        QCOMPARE(imSpeicher(dienst), gespeichert().section(QLatin1String(" | "), 0, 3));
+        if (zustand == Zustand::Gespeichert) {
+            QCOMPARE(dienst.kopf().tischNr, 7);
+            QCOMPARE(dienst.kopf().modus, int(Spielmodus::Ergebnis));
+            QCOMPARE(dienst.listenTyp(), 3);
+            QCOMPARE(dienst.geber(), 1);
+            QCOMPARE(dienst.teilnehmerName(2), QStringLiteral("Clara"));
+        }
+    }
+    if (zustand == Zustand::Neu)
+        QCOMPARE(gespeichert(), QStringLiteral(" |  |  |  | 0 | 0"));
+    else
+        QCOMPARE(gespeichert(), vorher);
+    QFile datei(TestUmgebung::datenbankDatei());
+    if (!inhalt.isEmpty() && datei.open(QIODevice::ReadOnly))
+        QCOMPARE(datei.readAll(), inhalt);
+}
+
+void TstListenDienst::eintragen()
+{
+    QVERIFY(anlegen(4, 48));
+    QVERIFY(sql({"DELETE FROM Settings", "DELETE FROM Teilnehmer WHERE Name = 'Dora'"}));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    dienst.oeffnen();
+    QVERIFY(dienst.listenTypSetzen(4).ok());
+    QVERIFY(dienst.serieStarten().ok());
+    // The name typed for the new fourth seat is stored with the first game.
+    dienst.teilnehmerModell()->setData(dienst.teilnehmerModell()->index(3, 1), "Dora");
+    QVERIFY(sql({"DELETE FROM Settings"}));
+    Meldungen meldungen(dienst);
+    const QVector<SpielEintrag> abend = TestProtokoll::abend(6, 4);
+    for (int i = 0; i < abend.size(); ++i) {
+        const EintragErgebnis ergebnis = dienst.spielEintragen(abend.at(i));
+        QCOMPARE(ergebnis.art, EintragErgebnis::Eingetragen);
+        QCOMPARE(ergebnis.zeile, i + 1);
+        QCOMPARE(dienst.geber(), (i + 1) % 4);
+    }
+    QCOMPARE(meldungen, QStringList({"0:1", "0:2", "0:3", "0:4", "0:5", "0:6"}));
+    QCOMPARE(dienst.spiele(), abend);
+    QCOMPARE(imSpeicher(dienst), gespeichert().section(QLatin1String(" | "), 0, 3));
+    QCOMPARE(spalte("Settings", "AnzahlSpiele"), QList<int>{48});
+    QCOMPARE(zeilen("Teilnehmer"), 4);
+    QVERIFY(dienst.teilnehmer().last().name == QLatin1String("Dora"));
+    // One journal entry per game, with the declarer's and the dealer's name.
+    QCOMPARE(jornal().count("\"type\": \"normal\""), 6);
+    QVERIFY(jornal().contains("\"geber\": \"Dora\""));
+}
+
+void TstListenDienst::listenEnde_data()
+{
+    QTest::addColumn<int>("modus");
+    QTest::addColumn<int>("anzahl");
+    QTest::newRow("Turnier: voll") << int(Spielmodus::Turnier) << 2;
+    QTest::newRow("Ergebnis: zehn mehr") << int(Spielmodus::Ergebnis) << 12;
+    QTest::newRow("Bierlachs: zehn mehr") << int(Spielmodus::Bierlachs) << 12;
+}
+
+void TstListenDienst::listenEnde()
+{
+    QFETCH(int, modus);
+    QFETCH(int, anzahl);
+    QVERIFY(anlegen(3, 2, modus));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    dienst.oeffnen();
+    QVERIFY(dienst.spielEintragen(spiel(0, 24)).art == EintragErgebnis::Eingetragen);
+    // A Bierlachs list without points plays down from 500.
+    QCOMPARE(dienst.kopf().blPunkte, modus == Spielmodus::Bierlachs ? 500 : 0);
+    dienst.spielEintragen(spiel(1, 24));
+    Meldungen meldungen(dienst);
+    const EintragErgebnis dritte = dienst.spielEintragen(spiel(2, 24));
+    QCOMPARE(dienst.kopf().anzahlSpiele, anzahl);
+    if (anzahl == 2) {
+        QCOMPARE(dritte.art, EintragErgebnis::ListenEnde);
+        QCOMPARE(dienst.spiele().size(), 2);
+        QCOMPARE(zeilen("SpielListe"), 2);
+        QVERIFY(meldungen.isEmpty());
+    } else {
+        QCOMPARE(dritte.zeile, 3);
+        QCOMPARE(meldungen, QStringList({"3:0", "0:3"}));
+    }
+}
+
+void TstListenDienst::aendernUndEntfernen_data()
+{
+    QTest::addColumn<int>("zeile");
+    QTest::newRow("erstes") << 1;
+    QTest::newRow("mittleres") << 3;
+    QTest::newRow("letztes") << 5;
+}
+
+void TstListenDienst::aendernUndEntfernen()
+{
+    QFETCH(int, zeile);
+    QVERIFY(anlegen(3, 36));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    dienst.oeffnen();
+    dienst.serieStarten();
+    for (int wert = 1; wert <= 5; ++wert)
+        dienst.spielEintragen(spiel(wert % 3, 10 * wert));
+    Meldungen meldungen(dienst);
+
+    SpielEintrag korrigiert = *dienst.spiel(zeile);
+    korrigiert.setze(S::Spieler3, -99);
+    QVERIFY(dienst.spielAendern(korrigiert).ok());
+    QCOMPARE(*dienst.spiel(zeile), korrigiert);
+    QVERIFY(dienst.spielEntfernen(zeile).ok());
+    QCOMPARE(meldungen,
+             QStringList({QStringLiteral("1:%1").arg(zeile), QStringLiteral("2:%1").arg(zeile)}));
+    // The later games move up by one; memory and database agree.
+    QStringList sitze{"0 10 0", "0 0 20", "30 0 0", "0 40 0", "0 0 50"};
+    sitze.removeAt(zeile - 1);
+    QStringList werte;
+    for (const SpielEintrag &e : dienst.spiele())
+        werte << QStringLiteral("%1 %2 %3")
+                     .arg(e[S::Spieler1])
+                     .arg(e[S::Spieler2])
+                     .arg(e[S::Spieler3]);
+    QCOMPARE(werte, sitze);
+    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4}));
+    QCOMPARE(imSpeicher(dienst), gespeichert().section(QLatin1String(" | "), 0, 3));
+    QCOMPARE(dienst.geber(), 1);
+    // The journal keeps the corrected state and the one before deletion.
+    QCOMPARE(jornal().count("\"type\""), 7);
+    QCOMPARE(jornal().count("ge\xEF\xBF\xBDndert"), 1);
+    QCOMPARE(jornal().count("gel\xEF\xBF\xBDscht"), 1);
+}
+
+void TstListenDienst::schreibfehler_data()
+{
+    QTest::addColumn<QString>("ereignis");
+    QTest::addColumn<QString>("aenderung");
+    QTest::newRow("erstes Spiel") << "INSERT ON SpielListe"
+                                  << "eintragen";
+    QTest::newRow("Kopf beim ersten Spiel") << "INSERT ON Settings"
+                                            << "eintragen";
+    QTest::newRow("Korrektur") << "UPDATE ON SpielListe"
+                               << "aendern";
+    QTest::newRow("Nummern nach dem Loeschen") << "UPDATE ON SpielListe"
+                                               << "entfernen";
+    QTest::newRow("neues Protokoll") << "INSERT ON Teilnehmer"
+                                     << "neu";
+    QTest::newRow("Datei laden") << "INSERT ON SpielListe WHEN NEW.Zeile = 2"
+                                 << "ersetzen";
+    QTest::newRow("Sitze") << "UPDATE ON Teilnehmer"
+                           << "sitze";
+    QTest::newRow("Register") << "INSERT ON Spieler"
+                              << "register";
+}
+
+// A change that cannot be stored answers with the database's reason and changes nothing:
+// not the file, not the list in memory, not the journal, and no one hears of it.
+void TstListenDienst::schreibfehler()
+{
+    QFETCH(QString, ereignis);
+    QFETCH(QString, aenderung);
+    QVERIFY(anlegen(3, 36));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    dienst.oeffnen();
+    if (aenderung != QLatin1String("eintragen"))
+        dienst.spielEintragen(spiel(1, 24));
+    sperren(qPrintable(ereignis));
+    const QString vorher = gespeichert();
+    const QStringList registerVorher = dienst.spielerNamen();
+    const QString speicherVorher = imSpeicher(dienst);
+    const QByteArray jornalVorher = jornal();
+    Meldungen meldungen(dienst);
+
+    QString fehler;
+    if (aenderung == QLatin1String("eintragen"))
+        fehler = dienst.spielEintragen(spiel(1, 24)).fehler;
+    else if (aenderung == QLatin1String("aendern"))
+        fehler = dienst.spielAendern(*dienst.spiel(1)).fehler;
+    else if (aenderung == QLatin1String("entfernen"))
+        fehler = (dienst.spielEintragen(spiel(2, 36)), meldungen.clear(),
+                  dienst.spielEntfernen(1).fehler);
+    else if (aenderung == QLatin1String("neu"))
+        fehler = dienst.neuesProtokoll(9, 9, QStringList{"Eva", "Fritz", "Gerd"}).fehler;
+    else if (aenderung == QLatin1String("ersetzen"))
+        fehler = dienst.protokollErsetzen({}, {}, TestProtokoll::abend(3, 3)).fehler;
+    else if (aenderung == QLatin1String("sitze"))
+        fehler = dienst.sitzeTauschen(0, 1).fehler;
+    else
+        fehler = dienst.registerErsetzen({{1, "Eva", true, true}}).fehler;
+
+    QVERIFY2(fehler.contains(TestUmgebung::datenbankDatei()) && fehler.contains("gesperrt"),
+             qPrintable(fehler));
+    QVERIFY(meldungen.isEmpty());
+    if (aenderung != QLatin1String("entfernen")) {
+        QCOMPARE(gespeichert(), vorher);
+        QCOMPARE(imSpeicher(dienst), speicherVorher);
+        QCOMPARE(jornal(), jornalVorher);
+    }
+    QCOMPARE(imSpeicher(dienst), gespeichert().section(QLatin1String(" | "), 0, 3));
+    QCOMPARE(dienst.spielerNamen(), registerVorher);
+    QCOMPARE(dienst.teilnehmerName(0), QStringLiteral("Anna"));
+    // No transaction is left open, which would swallow every later change.
+    QVERIFY(sql({"DROP TRIGGER sperre"}));
+    QCOMPARE(dienst.spielEintragen(spiel(0, 12)).art, EintragErgebnis::Eingetragen);
+}
+
+void TstListenDienst::neuesProtokoll()
+{
+    QVERIFY(anlegen(4, 48, Spielmodus::Bierlachs));
+    QVERIFY(
+        sql({"UPDATE Settings SET BlPunkte = 300", "INSERT INTO Spieler VALUES (1, 'Eva', 0, 1)"}));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    dienst.oeffnen();
+    dienst.spielEintragen(spiel(1, 24));
+    Meldungen meldungen(dienst);
+    // Known players keep number and flags; a new one gets the first free number.
+    QVERIFY(dienst.neuesProtokoll(8, 3, QStringList{"Clara", "Eva", "O'Neill"}).ok());
+    QCOMPARE(meldungen, QStringList{"6:0"});
+    QCOMPARE(zeilen("SpielListe"), 0);
+    QCOMPARE(zeilen("Settings"), 0);
+    QCOMPARE(spalte("Teilnehmer", "MgldNr"), QList<int>({102, 1, 2}));
+    QCOMPARE(dienst.teilnehmer().at(1).mitglied, QStringLiteral("Nein"));
+    QCOMPARE(dienst.teilnehmerName(2), QStringLiteral("O'Neill"));
+    const ListenKopf &kopf = dienst.kopf();
+    QCOMPARE(QStringList({QString::number(kopf.tischNr), QString::number(kopf.serie),
+                          QString::number(kopf.anzahlSpiele), QString::number(kopf.blPunkte)}),
+             QStringList({"8", "3", "36", "300"}));
+    QCOMPARE(kopf.datum, QDate::currentDate());
+    QCOMPARE(dienst.listenTyp(), 3);
+
+    // Keeping the players empties only the list; outside Bierlachs the points go.
+    ListenKopf ergebnis = kopf;
+    ergebnis.modus = Spielmodus::Ergebnis;
+    dienst.kopfAendern(ergebnis);
+    QVERIFY(dienst.neuesProtokoll(9, 1, std::nullopt).ok());
+    QCOMPARE(spalte("Teilnehmer", "MgldNr"), QList<int>({102, 1, 2}));
+    QCOMPARE(dienst.kopf().blPunkte, 0);
+}
+
+void TstListenDienst::protokollErsetzen()
+{
+    QVERIFY(anlegen(4, 48));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    dienst.oeffnen();
+    ListenKopf kopf;
+    kopf.tischNr = 12;
+    kopf.serie = 2;
+    kopf.modus = Spielmodus::Ergebnis;
+    kopf.blPunkte = 400;
+    kopf.gruppe = QStringLiteral("Herbst's");
+    const QVector<SpielEintrag> spiele = TestProtokoll::abend(5, 3);
+    QVERIFY(dienst
+                .protokollErsetzen(
+                    kopf, {{7, "Eva", "Ja", "Nein"}, {8, "", "Nein", "Ja"}, {9, "Ute", "Ja", "Ja"}},
+                    spiele)
+                .ok());
+    QCOMPARE(dienst.spiele(), spiele);
+    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4, 5}));
+    // A file keeps no Bierlachs points and, without a date, gets today's.
+    QCOMPARE(spalte("Settings", "BlPunkte"), QList<int>{0});
+    QCOMPARE(dienst.kopf().datum, QDate::currentDate());
+    QCOMPARE(dienst.kopf().gruppe, QStringLiteral("Herbst's"));
+    QCOMPARE(dienst.teilnehmer().at(1).mitglied, QStringLiteral("Nein"));
+    QCOMPARE(dienst.listenTyp(), 3);
+    QCOMPARE(dienst.geber(), 2);
+    // The registry stays as it was.
+    QCOMPARE(zeilen("Spieler"), 4);
+}
+
+void TstListenDienst::sitze()
+{
+    QVERIFY(anlegen(4, 48));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    dienst.oeffnen();
+    Meldungen meldungen(dienst);
+    QVERIFY(dienst.sitzeTauschen(2, 3).ok());
+    QCOMPARE(spalte("Teilnehmer", "MgldNr"), QList<int>({100, 101, 103, 102}));
+    QVERIFY(dienst.listenTypSetzen(3).ok());
+    QCOMPARE(spalte("Teilnehmer", "MgldNr"), QList<int>({100, 101, 103}));
+    QCOMPARE(dienst.kopf().anzahlSpiele, 36);
+    // A fourth seat comes back empty, numbered 4, member and prize skat "Ja".
+    QVERIFY(dienst.listenTypSetzen(4).ok());
+    QCOMPARE(dienst.teilnehmer().last().mgldNr, 4);
+    QCOMPARE(dienst.teilnehmer().last().name, QString());
+    QCOMPARE(dienst.teilnehmer().last().preisskat, QStringLiteral("Ja"));
+    QCOMPARE(dienst.kopf().anzahlSpiele, 48);
+    QCOMPARE(meldungen, QStringList({"5:0", "3:0", "5:0", "3:0", "5:0"}));
+    ListenKopf ergebnis = dienst.kopf();
+    ergebnis.modus = Spielmodus::Ergebnis;
+    dienst.kopfAendern(ergebnis);
+    dienst.listenTypSetzen(3);
+    QCOMPARE(dienst.kopf().anzahlSpiele, 10);
+}
+
+void TstListenDienst::spielerRegister()
+{
+    QVERIFY(anlegen(3, 36));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    dienst.oeffnen();
+    // A known name keeps its number; a taken number moves on; 0 counts as 1.
+    QCOMPARE(dienst.spielerHinzufuegen({5, "Bernd", true, true}), 101);
+    QCOMPARE(dienst.spielerHinzufuegen({101, "Eva", true, true}), 103);
+    QCOMPARE(dienst.spielerHinzufuegen({0, "O'Brien", false, true}), 1);
+    QCOMPARE(zeilen("Spieler"), 5);
+    QVERIFY(dienst.registerErsetzen({{7, "Zoe", true, false}, {8, "Max", false, true}}).ok());
+    QCOMPARE(dienst.spielerNamen(), QStringList({"Zoe", "Max"}));
+    QCOMPARE(spalte("Spieler", "Preisskat"), QList<int>({0, 1}));
+}
+
+void TstListenDienst::einstellungen()
+{
+    QSettings store(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
+                    QStringLiteral("Kartulo"));
+    for (auto [key, wert] : {std::pair{"platz4", QVariant(4.5)},
+                             {"Kartengeld", QVariant(0.7)},
+                             {"VerlSpieleDerGegenSpieler3", QVariant(44)},
+                             {"sicherheitskopieintervall", QVariant(9)}})
+        store.setValue(QLatin1String(key), wert);
+    Einstellungen einstellungen;
+    einstellungen.laden(QStringLiteral("/daten"));
+    store.sync();
+    // Stored values are read; missing keys are created with their default, the card money
+    // under its lower-case key; the backup interval is always five minutes.
+    const KostenWerte &k = einstellungen.kosten();
+    QCOMPARE(
+        QStringList({QString::number(k.platz4), QString::number(k.kartengeld),
+                     QString::number(k.verlSpieleDerGegenSpieler3),
+                     QString::number(k.verlSpieleDerGegenSpieler4), QString::number(k.preisskat)}),
+        QStringList({"4.5", "0.7", "44", "30", "10"}));
+    QCOMPARE(store.value("VerlSpielAb6").toDouble(), 2.0);
+    QCOMPARE(store.value("databasepath").toString(), QStringLiteral("/daten"));
+    QCOMPARE(einstellungen.sicherheitskopieIntervallMs(), 300000);
+    QVERIFY(einstellungen.mitFabianpunkten());
+    QCOMPARE(einstellungen.vereinsname(), QStringLiteral("MeinVerein"));
+    QVERIFY(store.contains("spielstandmitfabianpunkten") && store.contains("vereinsname"));
+
+    // A value typed into its field is written under its own key at once.
+    QStringList geaendert;
+    connect(&einstellungen, &Einstellungen::kostenGeaendert, this,
+            [&](Einstellungen::Kosten wert) { geaendert << QString::number(int(wert)); });
+    einstellungen.kostenSetzen(Einstellungen::Kosten::Kartengeld, QStringLiteral("1,5"));
+    einstellungen.kostenSetzen(Einstellungen::Kosten::VerlSpieleDerGegenSpieler4,
+                               QStringLiteral("25"));
+    QCOMPARE(geaendert, QStringList({"4", "10"}));
+    QCOMPARE(store.value("Kartengeld").toDouble(), 1.5);
+    QCOMPARE(store.value("VerlSpieleDerGegenSpieler4").toInt(), 25);
+    KostenWerte alle;
+    alle.platz1 = 0.25;
+    einstellungen.kostenSetzen(alle);
+    QCOMPARE(store.value("platz1").toDouble(), 0.25);
+    QCOMPARE(store.value("Kartengeld").toDouble(), 1.0);
+    QVERIFY(einstellungen.kosten() == alle);
+}
+
+KARTULO_KERN_TEST_MAIN(TstListenDienst)
+#include "tst_listendienst.moc"
