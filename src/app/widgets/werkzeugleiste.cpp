@@ -8,10 +8,9 @@
 
 void textFarbeSetzen(QLineEdit *feld, const QColor &farbe)
 {
-    QPalette palette = feld->palette();
-    for (auto gruppe : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-        palette.setColor(gruppe, QPalette::Text, farbe);
-    feld->setPalette(palette);
+    // Under the application's style sheet a palette set on a widget is replaced by the one
+    // saved when it was first polished; a style sheet of the widget's own is kept.
+    feld->setStyleSheet(QStringLiteral("QLineEdit { color: %1; }").arg(farbe.name()));
 }
 
 Werkzeugleiste::Werkzeugleiste(QWidget *parent) : QToolBar(parent)
