@@ -34,4 +34,10 @@ QString text(QWidget *fenster, const char *name)
     return feld ? feld->text() : QStringLiteral("<kein %1>").arg(QLatin1String(name));
 }
 
+QSettings einstellungen()
+{
+    return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
+                     QStringLiteral("Kartulo"));
+}
+
 } // namespace Fenster

@@ -1,11 +1,13 @@
 #pragma once
 
 // For the window tests: clicks the window's widgets by object name, sets a
-// game on the entry panel, and a main() with a QApplication.
+// game on the entry panel, opens the settings store, and a main() with a
+// QApplication.
 
 #include "helpers/testumgebung.h"
 
 #include <QApplication>
+#include <QSettings>
 #include <QString>
 
 class QWidget;
@@ -30,6 +32,9 @@ void eingeben(QWidget *fenster, const Spiel &spiel);
 
 // The text of the child line edit with the given object name.
 QString text(QWidget *fenster, const char *name);
+
+// The settings store the window reads at start-up and writes to.
+QSettings einstellungen();
 
 } // namespace Fenster
 
