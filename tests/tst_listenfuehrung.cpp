@@ -1,6 +1,7 @@
 // Keeping a list through the window as a scorer does: entering whole lists of
-// three and four players, the end of the list per mode, refusals, the dealer,
-// the wait timer, editing and deleting entries, and the bid dock.
+// three and four players with the dealer announced after each game, the
+// refusals, the wait timer, correcting and deleting entries through the
+// overview, and the bid dock.
 
 #include "app/game/dockreizung.h"
 #include "app/mainwindow.h"
@@ -17,41 +18,20 @@ namespace {
 
 const QStringList Namen{"Anna", "Bernd", "Clara", "Dora"};
 
-// The value the declarer's column must hold: suit and Grand with one jack
-// (factor 2), Null 23, lost games doubled.
-int erwarteterWert(const Spiel &spiel)
-{
-    const QMap<QString, int> grundwert{
-        {"tbKaro", 9}, {"tbHerz", 10}, {"tbPik", 11}, {"tbKreuz", 12}, {"tbGrang", 24}};
-    const QString typ = QLatin1String(spiel.typ);
-    if (typ == QLatin1String("tbEingepasst"))
-        return 0;
-    const int wert = typ == QLatin1String("tbNull") ? 23 : 2 * grundwert.value(typ);
-    return spiel.gewonnen ? wert : -2 * wert;
-}
+// The game types in turn with the value they store in the "Spiel" column.
+const std::pair<const char *, int> Typen[] = {{"tbKaro", 9},      {"tbHerz", 10},  {"tbPik", 11},
+                                              {"tbKreuz", 12},    {"tbGrang", 24}, {"tbNull", 23},
+                                              {"tbEingepasst", 0}};
 
-// Game n of a list: game types in turn, every third lost, the declarer never
-// the dealer.
+// Game n of a list: every third lost, the declarer never the dealer.
 Spiel spielNummer(int n, int spieler)
 {
-    static const char *const typen[] = {"tbKaro",  "tbHerz", "tbPik",       "tbKreuz",
-                                        "tbGrang", "tbNull", "tbEingepasst"};
-    return Spiel{typen[n % 7], n % spieler, n % 3 != 0, QString()};
+    return Spiel{Typen[n % 7].first, n % spieler, n % 3 != 0, QString()};
 }
 
-QList<int> spielerWerte(int sitz)
+QAbstractItemModel *uebersicht(MainWindow &fenster)
 {
-    return spalte(QStringLiteral("SpielListe"), QStringLiteral("Spieler%1").arg(sitz + 1));
-}
-
-// Each row's value over all seats: only the declarer's column is non-zero.
-QList<int> zeilenWerte(int spieler)
-{
-    QList<int> summen = spielerWerte(0);
-    for (int sitz = 1; sitz < spieler; ++sitz)
-        for (int zeile = 0; zeile < summen.size(); ++zeile)
-            summen[zeile] += spielerWerte(sitz).value(zeile);
-    return summen;
+    return kind<QTableView>(&fenster, "tblViewUebersicht")->model();
 }
 
 } // namespace
@@ -61,24 +41,14 @@ class TstListenfuehrung : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { TestUmgebung::allesLoeschen(); }
     void ganzeListe_data();
     void ganzeListe();
-    void ergebnisModusVerlaengert();
-    void ablehnungen_data();
     void ablehnungen();
-    void gebenderSpielerImBearbeiten();
-    void neinAendertNichts();
-    void wartezeitTraegtEin();
-    void bearbeiten();
-    void loeschen();
+    void wartezeit();
+    void korrigieren();
     void reizungsDock();
 };
-
-void TstListenfuehrung::init()
-{
-    TestUmgebung::allesLoeschen();
-}
 
 void TstListenfuehrung::ganzeListe_data()
 {
@@ -95,205 +65,121 @@ void TstListenfuehrung::ganzeListe()
     QVERIFY(anlegen(spieler, anzahl));
     MainWindow fenster;
     MeldungsBeantworter antworten;
-
-    QVector<QList<int>> erwartet(spieler);
-    QList<int> nummern;
-    int eingepasst = 0;
+    QList<int> nummern, spiele;
     for (int n = 1; n <= anzahl; ++n) {
-        const Spiel spiel = spielNummer(n, spieler);
-        eingepasst += QLatin1String(spiel.typ) == QLatin1String("tbEingepasst");
-        antworten.texte.clear();
-        eingeben(&fenster, spiel);
-        QVERIFY2(antworten.texte.value(0).endsWith("\nErgebnis korrekt?"),
-                 qPrintable(antworten.texte.join(" / ")));
-        const QString ansage = n == anzahl ? QStringLiteral("Rundenende erreicht!")
-                                           : QStringLiteral("Geber %1").arg(Namen.at(n % spieler));
-        QCOMPARE(antworten.texte.value(1), ansage);
-        for (int sitz = 0; sitz < spieler; ++sitz)
-            erwartet[sitz] << (sitz == spiel.sitz ? erwarteterWert(spiel) : 0);
+        eingeben(&fenster, spielNummer(n, spieler));
+        const QStringList neu = antworten.texte.mid(2 * n - 2);
+        QVERIFY2(neu.value(0).endsWith("\nErgebnis korrekt?"), qPrintable(neu.join(" / ")));
+        QCOMPARE(neu.value(1), n == anzahl ? QStringLiteral("Rundenende erreicht!")
+                                           : "Geber " + Namen.at(n % spieler));
         nummern << n;
+        spiele << Typen[n % 7].second;
     }
     QCOMPARE(spalte("SpielListe", "Zeile"), nummern);
-    for (int sitz = 0; sitz < spieler; ++sitz)
-        QCOMPARE(spielerWerte(sitz), erwartet.at(sitz));
-    QCOMPARE(spalte("SpielListe", "Eingepasst").count(1), eingepasst);
-    QCOMPARE(fenster.findChild<QTableView *>("tblViewUebersicht")->model()->rowCount(), anzahl);
-    QVERIFY(!fenster.findChild<QSpinBox *>("spbSpielAnzahl")->isEnabled());
+    QCOMPARE(spalte("SpielListe", "Spiel"), spiele);
+    QCOMPARE(uebersicht(fenster)->rowCount(), anzahl);
 
     // One game more is refused.
-    antworten.texte.clear();
-    antworten.titel.clear();
     eingeben(&fenster, spielNummer(anzahl + 1, spieler));
-    QCOMPARE(antworten.titel, QStringList({"FRAGE", "INFORMATION"}));
-    QCOMPARE(antworten.texte.at(1), QStringLiteral("Anzahl von %1 Spielen erreicht.").arg(anzahl));
+    QCOMPARE(antworten.titel.mid(2 * anzahl), QStringList({"FRAGE", "INFORMATION"}));
+    QCOMPARE(antworten.texte.last(), QStringLiteral("Anzahl von %1 Spielen erreicht.").arg(anzahl));
     QCOMPARE(text(&fenster, "leSpielBeschreibung"),
              QStringLiteral("%1 Spiele gespielt. ListenEnde.").arg(anzahl));
     QCOMPARE(zeilen("SpielListe"), anzahl);
 }
 
-void TstListenfuehrung::ergebnisModusVerlaengert()
-{
-    QVERIFY(anlegen(3, 10, 1));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
-    for (int n = 1; n <= 11; ++n)
-        eingeben(&fenster, spielNummer(n, 3));
-    QCOMPARE(zeilen("SpielListe"), 11);
-    QCOMPARE(fenster.findChild<QSpinBox *>("spbSpielAnzahl")->value(), 20);
-    QVERIFY(!antworten.texte.contains("Anzahl von 10 Spielen erreicht."));
-}
-
-void TstListenfuehrung::ablehnungen_data()
-{
-    QTest::addColumn<QByteArray>("typ");
-    QTest::addColumn<int>("sitz");
-    QTest::addColumn<QString>("reizung");
-    QTest::addColumn<QString>("titel");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("kein Spieler") << QByteArray("tbKreuz") << -1 << ""
-                                  << "WARNUNG"
-                                  << "Kein Spieler selektiert!";
-    QTest::newRow("ueberreizt") << QByteArray("tbKaro") << 1 << "20"
-                                << "INFORMATION"
-                                << "Spiel ueberreizt!\nGereizt 20 Spiel 18";
-}
-
+// No declarer, an overbid game and the dealer as declarer are refused on the
+// panel. The dealer's button is not offered, and refused should it be pressed.
 void TstListenfuehrung::ablehnungen()
 {
-    QFETCH(QByteArray, typ);
-    QFETCH(int, sitz);
-    QFETCH(QString, reizung);
     QVERIFY(anlegen(4, 48));
     MainWindow fenster;
     MeldungsBeantworter antworten;
-    eingeben(&fenster, Spiel{typ.constData(), sitz, true, reizung});
-    QCOMPARE(antworten.titel.size(), 1);
-    QTEST(antworten.titel.first(), "titel");
-    QTEST(antworten.texte.first(), "text");
-    QVERIFY(!fenster.findChild<QPushButton *>("pbInListeEintragen")->isEnabled());
+    auto *geber = kind<QToolButton>(&fenster, "tbSpieler1");
+    QVERIFY(!geber->isEnabled());
+    for (const Spiel &spiel : {Spiel{"tbKreuz", -1, true, ""}, Spiel{"tbKaro", 1, true, "20"},
+                               Spiel{"tbHerz", 0, true, ""}}) {
+        geber->setEnabled(true);
+        eingeben(&fenster, spiel);
+        QVERIFY(!kind<QPushButton>(&fenster, "pbInListeEintragen")->isEnabled());
+    }
+    QCOMPARE(antworten.titel, QStringList({"WARNUNG", "INFORMATION", "WARNUNG"}));
+    QCOMPARE(antworten.texte,
+             QStringList({"Kein Spieler selektiert!", "Spiel ueberreizt!\nGereizt 20 Spiel 18",
+                          "Anna hat gegeben!"}));
     QCOMPARE(zeilen("SpielListe"), 0);
 }
 
-void TstListenfuehrung::gebenderSpielerImBearbeiten()
-{
-    QVERIFY(anlegen(4, 48));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
-    // Anna deals the first game: her button is not offered ...
-    auto *anna = fenster.findChild<QToolButton *>("tbSpieler1");
-    QVERIFY(!anna->isEnabled());
-    QCOMPARE(anna->text(), QStringLiteral("Anna"));
-    // ... and refused should it be pressed anyway.
-    anna->setEnabled(true);
-    eingeben(&fenster, Spiel{"tbHerz", 0, true, ""});
-    QCOMPARE(antworten.texte, QStringList{"Anna hat gegeben!"});
-
-    // Correcting a game may name the present dealer as declarer.
-    eingeben(&fenster, Spiel{"tbHerz", 1, true, ""});
-    eingeben(&fenster, Spiel{"tbHerz", 2, true, ""});
-    QCOMPARE(zeilen("SpielListe"), 2);
-    auto *uebersicht = fenster.findChild<QTableView *>("tblViewUebersicht");
-    fenster.onUebersichtDoubleClicked(uebersicht->model()->index(0, 3));
-    QVERIFY(fenster.findChild<QToolButton *>("tbSpieler3")->isEnabled());
-    eingeben(&fenster, Spiel{"tbHerz", 2, true, ""});
-    QCOMPARE(spielerWerte(2), QList<int>({20, 20}));
-    QCOMPARE(spielerWerte(1), QList<int>({0, 0}));
-}
-
-void TstListenfuehrung::neinAendertNichts()
+// Fertig starts the wait timer, which enters the game by itself; a "No" to the
+// question keeps the game on the panel for another try.
+void TstListenfuehrung::wartezeit()
 {
     QVERIFY(anlegen(3, 36));
     MainWindow fenster;
     MeldungsBeantworter antworten;
     antworten.antworte(QMessageBox::No);
-    eingeben(&fenster, Spiel{"tbPik", 1, true, ""});
-    QCOMPARE(antworten.titel, QStringList{"FRAGE"});
-    QCOMPARE(zeilen("SpielListe"), 0);
-    // The panel keeps the game; a second Fertig offers it again.
-    QVERIFY(fenster.findChild<QToolButton *>("tbPik")->isChecked());
-    klick(&fenster, "pbFertig");
-    klick(&fenster, "pbInListeEintragen");
-    QCOMPARE(spielerWerte(1), QList<int>{22});
-}
-
-void TstListenfuehrung::wartezeitTraegtEin()
-{
-    QVERIFY(anlegen(3, 36));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
-    auto *warten = fenster.findChild<QTimer *>("wartenTimer");
-    QVERIFY(warten);
-    QVERIFY(warten->isSingleShot());
-    QCOMPARE(warten->interval(), 10000);
-    klick(&fenster, "tbGrang");
-    klick(&fenster, "tbSpieler2");
-    klick(&fenster, "pbFertig");
+    auto *warten = kind<QTimer>(&fenster, "wartenTimer");
+    QVERIFY(warten && warten->isSingleShot());
+    for (const char *name : {"tbPik", "tbMit", "tb1", "tbSpieler2", "pbFertig"})
+        klick(&fenster, name);
     QVERIFY(warten->isActive());
     warten->start(5);
-    QTRY_COMPARE(zeilen("SpielListe"), 1);
-    QCOMPARE(antworten.titel.count("FRAGE"), 1);
-    QVERIFY(!warten->isActive());
-}
+    QTRY_COMPARE(antworten.titel, QStringList{"FRAGE"});
+    QCOMPARE(zeilen("SpielListe"), 0);
+    QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
 
-void TstListenfuehrung::bearbeiten()
-{
-    QVERIFY(anlegen(3, 36));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
-    for (int n = 1; n <= 3; ++n)
-        eingeben(&fenster, Spiel{"tbKreuz", n % 3, true, n == 2 ? "24" : ""});
-
-    antworten.texte.clear();
-    auto *uebersicht = fenster.findChild<QTableView *>("tblViewUebersicht");
-    uebersicht->setCurrentIndex(uebersicht->model()->index(1, 5));
-    fenster.onSpielEintragBearbeiten();
-    QCOMPARE(antworten.texte.value(0), QStringLiteral("Spiel Nr 2 bearbeiten?"));
-    QCOMPARE(fenster.findChild<QLCDNumber *>("lcdNumber")->intValue(), 2);
-    QVERIFY(fenster.findChild<QToolButton *>("tbSpieler3")->isChecked());
-    auto *warten = fenster.findChild<QTimer *>("wartenTimer");
-    klick(&fenster, "tbVerloren");
+    // Entered by hand, the timer must not enter it a second time.
     klick(&fenster, "pbFertig");
-    QVERIFY(!warten->isActive());
+    QVERIFY(warten->isActive());
     klick(&fenster, "pbInListeEintragen");
-
-    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3}));
-    QCOMPARE(spielerWerte(2), QList<int>({0, -48, 0}));
-    QCOMPARE(spalte("SpielListe", "Verloren"), QList<int>({0, 48, 0}));
-    QCOMPARE(spalte("SpielListe", "Reizung"), QList<int>({0, 24, 0}));
-    QCOMPARE(uebersicht->model()->index(1, 14).data().toString(), QStringLiteral("-48"));
-
-    // The next new game follows on as game 4.
-    eingeben(&fenster, Spiel{"tbKaro", 0, true, ""});
-    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4}));
+    QVERIFY(!warten->isActive());
+    QCOMPARE(spalte("SpielListe", "Spieler2"), QList<int>{22});
 }
 
-void TstListenfuehrung::loeschen()
+// A game corrected through the overview comes back on the panel and is stored
+// under its number without the wait timer; a deleted row closes the gap.
+void TstListenfuehrung::korrigieren()
 {
     QVERIFY(anlegen(4, 48));
     MainWindow fenster;
     MeldungsBeantworter antworten;
-    QList<int> werte;
-    for (int n = 1; n <= 5; ++n) {
-        const Spiel spiel = spielNummer(n, 4);
-        eingeben(&fenster, spiel);
-        werte << erwarteterWert(spiel);
-    }
-    QCOMPARE(zeilenWerte(4), werte);
+    for (int n = 1; n <= 5; ++n)
+        eingeben(&fenster, Spiel{Typen[n % 7].first, n % 4, n != 3, n == 2 ? "20" : ""});
+    QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
 
     antworten.texte.clear();
-    auto *uebersicht = fenster.findChild<QTableView *>("tblViewUebersicht");
-    uebersicht->setCurrentIndex(uebersicht->model()->index(2, 2));
-    fenster.onSpielEintragLoeschen();
-    QCOMPARE(antworten.texte.value(0), QStringLiteral("Zeile 3 wirklich entfernen?"));
-    // Four games left: the fifth game is dealt by seat 4 % 4 = 0.
-    QCOMPARE(antworten.texte.value(1), QStringLiteral("Geber Anna"));
+    auto *tabelle = kind<QTableView>(&fenster, "tblViewUebersicht");
+    tabelle->setCurrentIndex(uebersicht(fenster)->index(1, 5));
+    fenster.onSpielEintragBearbeiten();
+    QCOMPARE(antworten.texte.value(0), QStringLiteral("Spiel Nr 2 bearbeiten?"));
+    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
+    QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
+    QVERIFY(kind<QToolButton>(&fenster, "tbSpieler3")->isChecked());
+    QCOMPARE(text(&fenster, "leReizwert"), QStringLiteral("20"));
+    // A correction may name the present dealer, Bernd, as declarer.
+    QVERIFY(kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
+    for (const char *name : {"tbVerloren", "tbSpieler2", "pbFertig"})
+        klick(&fenster, name);
+    QVERIFY(!kind<QTimer>(&fenster, "wartenTimer")->isActive());
+    klick(&fenster, "pbInListeEintragen");
+    QCOMPARE(spalte("SpielListe", "Spieler2"), QList<int>({20, -44, 0, 0, 23}));
+    QCOMPARE(spalte("SpielListe", "Spieler3"), QList<int>({0, 0, 0, 0, 0}));
+    QCOMPARE(uebersicht(fenster)->index(1, 13).data().toString(), QStringLiteral("-44"));
+    QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
 
+    tabelle->setCurrentIndex(uebersicht(fenster)->index(2, 2));
+    fenster.onSpielEintragLoeschen();
+    // Bernd still deals after the correction; with four games left, Anna deals the fifth.
+    QCOMPARE(antworten.texte.mid(2),
+             QStringList({"Geber Bernd", "Zeile 3 wirklich entfernen?", "Geber Anna"}));
     QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4}));
-    werte.removeAt(2);
-    QCOMPARE(zeilenWerte(4), werte);
-    QCOMPARE(uebersicht->model()->rowCount(), 4);
-    QCOMPARE(uebersicht->model()->index(3, 0).data().toString(), QStringLiteral("4"));
-    QVERIFY(!fenster.findChild<QToolButton *>("tbSpieler1")->isEnabled());
+    QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11, 24, 23}));
+    QCOMPARE(uebersicht(fenster)->rowCount(), 4);
+    QCOMPARE(uebersicht(fenster)->index(3, 0).data().toString(), QStringLiteral("4"));
+    QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler1")->isEnabled());
+    // The next new game follows on as game 5.
+    eingeben(&fenster, Spiel{"tbKaro", 1, true, ""});
+    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4, 5}));
 }
 
 void TstListenfuehrung::reizungsDock()
@@ -307,18 +193,17 @@ void TstListenfuehrung::reizungsDock()
     QCOMPARE(fenster.dockWidgetArea(dock), Qt::TopDockWidgetArea);
     QCOMPARE(dock->features(), QDockWidget::NoDockWidgetFeatures);
 
-    const auto knopf = [&](const QString &text) {
+    const auto bieten = [&](const QString &text) {
         for (auto *k : fenster.findChild<DockReizung *>()->findChildren<QToolButton *>())
             if (k->text() == text)
-                return k;
-        return static_cast<QToolButton *>(nullptr);
+                return k->click();
     };
-    knopf("18")->click();
+    bieten("18");
     QCOMPARE(text(&fenster, "leReizwert"), QStringLiteral("18"));
     QTRY_COMPARE(fenster.findChildren<DockReizung *>().size(), 0);
 
     klick(&fenster, "pbReizung");
-    knopf("Abbruch")->click();
+    bieten("Abbruch");
     QCOMPARE(text(&fenster, "leReizwert"), QString());
 }
 

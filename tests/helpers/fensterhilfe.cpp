@@ -1,18 +1,15 @@
 #include "helpers/fensterhilfe.h"
 
-#include <QAbstractButton>
-#include <QLineEdit>
+#include <QtWidgets>
 
 namespace Fenster {
 
 void klick(QWidget *fenster, const char *name)
 {
-    auto *knopf = fenster->findChild<QAbstractButton *>(QLatin1String(name));
-    if (!knopf) {
+    if (auto *knopf = kind<QAbstractButton>(fenster, name))
+        knopf->click();
+    else
         qWarning("kein Knopf %s", name);
-        return;
-    }
-    knopf->click();
 }
 
 void eingeben(QWidget *fenster, const Spiel &spiel)
@@ -23,14 +20,14 @@ void eingeben(QWidget *fenster, const Spiel &spiel)
     klick(fenster, spiel.gewonnen ? "tbGewonnen" : "tbVerloren");
     if (spiel.sitz >= 0)
         klick(fenster, qPrintable(QStringLiteral("tbSpieler%1").arg(spiel.sitz + 1)));
-    fenster->findChild<QLineEdit *>(QStringLiteral("leReizwert"))->setText(spiel.reizung);
+    kind<QLineEdit>(fenster, "leReizwert")->setText(spiel.reizung);
     klick(fenster, "pbFertig");
     klick(fenster, "pbInListeEintragen");
 }
 
 QString text(QWidget *fenster, const char *name)
 {
-    auto *feld = fenster->findChild<QLineEdit *>(QLatin1String(name));
+    auto *feld = kind<QLineEdit>(fenster, name);
     return feld ? feld->text() : QStringLiteral("<kein %1>").arg(QLatin1String(name));
 }
 

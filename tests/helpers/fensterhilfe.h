@@ -1,8 +1,8 @@
 #pragma once
 
-// For the window tests: clicks the window's widgets by object name, sets a
-// game on the entry panel, opens the settings store, and a main() with a
-// QApplication.
+// For the window tests: finds and clicks the window's widgets by object name,
+// sets a game on the entry panel, opens the settings store, and a main() with
+// a QApplication.
 
 #include "helpers/testumgebung.h"
 
@@ -10,11 +10,15 @@
 #include <QSettings>
 #include <QString>
 
-class QWidget;
-
 namespace Fenster {
 
-// Clicks the child widget with the given object name.
+// The child of the given type and object name, null when there is none.
+template <typename T> T *kind(QObject *fenster, const char *name)
+{
+    return fenster->findChild<T *>(QLatin1String(name));
+}
+
+// Clicks the child button with the given object name.
 void klick(QWidget *fenster, const char *name);
 
 // One game as the scorer sets it on the panel: game type button, one jack

@@ -17,17 +17,12 @@ void MeldungsBeantworter::pruefen()
             continue;
         titel << box->windowTitle();
         texte << box->text();
-        QAbstractButton *knopf = nullptr;
-        if (!m_antworten.isEmpty())
-            knopf = box->button(m_antworten.dequeue());
+        QAbstractButton *knopf =
+            m_antworten.isEmpty() ? nullptr : box->button(m_antworten.dequeue());
+        // Every box of the window offers Yes or OK.
         if (!knopf)
-            knopf = box->button(QMessageBox::Yes);
-        if (!knopf)
-            knopf = box->button(QMessageBox::Ok);
-        if (!knopf)
-            knopf = box->buttons().value(0);
-        if (knopf)
-            knopf->click();
+            knopf = box->button(box->button(QMessageBox::Yes) ? QMessageBox::Yes : QMessageBox::Ok);
+        knopf->click();
         return;
     }
 }

@@ -1,6 +1,7 @@
 #include "helpers/testprotokoll.h"
 
 #include "core/db/statements.h"
+#include "core/game/spielwert.h"
 #include "helpers/testumgebung.h"
 
 #include <QDir>
@@ -43,17 +44,6 @@ bool sql(const QStringList &statements)
     return ok;
 }
 
-int zeilen(const QString &tabelle)
-{
-    int anzahl = -1;
-    mitVerbindung([&](QSqlDatabase &db) {
-        QSqlQuery query(db);
-        if (query.exec(QStringLiteral("SELECT COUNT(*) FROM %1").arg(tabelle)) && query.next())
-            anzahl = query.value(0).toInt();
-    });
-    return anzahl;
-}
-
 QList<int> spalte(const QString &tabelle, const QString &name)
 {
     QList<int> werte;
@@ -64,6 +54,11 @@ QList<int> spalte(const QString &tabelle, const QString &name)
             werte << query.value(0).toInt();
     });
     return werte;
+}
+
+int zeilen(const QString &tabelle)
+{
+    return spalte(tabelle, QStringLiteral("COUNT(*)")).value(0, -1);
 }
 
 bool anlegen(int spieler, int anzahlSpiele, int modus, int tischNr)
@@ -96,56 +91,25 @@ QVector<SpielEintrag> abend(int anzahl, int spieler)
         zufall = zufall * 1103515245u + 12345u;
         return static_cast<int>((zufall >> 16) % static_cast<quint32>(grenze));
     };
-    static const int reizwerte[] = {18, 20, 22, 23, 24, 27, 30, 33, 35, 36, 40, 44, 46, 48, 50};
-    static const int nullWerte[] = {23, 35, 46, 59};
     for (int i = 0; i < anzahl; ++i) {
-        SpielEintrag e;
-        e.setze(SpielEintrag::Zeile, i + 1);
-        if (naechste(10) == 0) {
-            e.setze(SpielEintrag::Eingepasst, true);
-            spiele << e;
-            continue;
-        }
-        int sitz = naechste(spieler);
-        if (spieler == 4 && sitz == i % spieler)
-            sitz = (sitz + 1) % 4;
-        int wert = 0;
-        const int art = naechste(10);
-        if (art < 2) {
-            const int n = naechste(4);
-            e.setze(SpielEintrag::Spiel, 23);
-            e.setze(SpielEintrag::Hand, n == 1 || n == 3);
-            e.setze(SpielEintrag::Offen, n >= 2);
-            wert = nullWerte[n];
-        } else {
-            const int grund = art < 4 ? 24 : 9 + naechste(4);
-            const int spitzen = 1 + naechste(4);
-            e.setze(naechste(2) ? SpielEintrag::Mit : SpielEintrag::Ohne, spitzen);
-            e.setze(SpielEintrag::Spiel, grund);
-            const bool hand = naechste(3) == 0;
-            const int extra = naechste(6);
-            e.setze(SpielEintrag::Hand, hand);
-            e.setze(SpielEintrag::Schneider, extra >= 3);
-            e.setze(SpielEintrag::AngSchneider, hand && extra >= 4);
-            e.setze(SpielEintrag::Schwarz, extra >= 4);
-            e.setze(SpielEintrag::AngSchwarz, hand && extra == 5);
-            e.setze(SpielEintrag::Offen, hand && extra == 5 && naechste(2));
-            // Each of the six flags from Hand to Offen raises the multiplier by one.
-            int stufe = spitzen + 1;
-            for (int spalte = SpielEintrag::Hand; spalte <= SpielEintrag::Offen; ++spalte)
-                stufe += e.wert(spalte);
-            wert = grund * stufe;
-        }
-        const bool verloren = naechste(4) == 0;
-        e.setze(verloren ? SpielEintrag::Verloren : SpielEintrag::Gewonnen,
-                verloren ? 2 * wert : wert);
-        e.setze(static_cast<SpielEintrag::Spalte>(SpielEintrag::Spieler1 + sitz),
-                verloren ? -2 * wert : wert);
-        int reizung = 18;
-        for (int r : reizwerte)
-            reizung = r <= wert && naechste(3) != 0 ? r : reizung;
-        e.setze(SpielEintrag::Reizung, reizung);
-        spiele << e;
+        SpielEingabe e;
+        Spielangaben &a = e.angaben;
+        // One round in ten is passed in; the others are suit, Grand and Null games.
+        a.art = static_cast<Spielart>(naechste(10) == 0 ? 6 : naechste(6));
+        a.matadore = naechste(2) ? Matadore::Mit : Matadore::Ohne;
+        a.anzahl = 1 + naechste(4);
+        a.hand = naechste(3) == 0;
+        a.offen = naechste(5) == 0;
+        a.schneider = naechste(3) == 0;
+        a.schneiderAngesagt = a.schneider && a.hand && naechste(2);
+        a.gewonnen = naechste(4) != 0;
+        // At a table of four the dealer never declares.
+        a.sitz = (i + 1 + naechste(spieler - 1)) % spieler;
+        if (a.art != Spielart::Eingepasst)
+            e.reizText = QStringLiteral("18");
+        SpielEintrag spiel = Spielwert::berechne(e).eintrag;
+        spiel.setze(SpielEintrag::Zeile, i + 1);
+        spiele << spiel;
     }
     return spiele;
 }

@@ -26,11 +26,6 @@ void vorbereiten()
         qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
-QString heimVerzeichnis()
-{
-    return heim().path();
-}
-
 QString datenVerzeichnis()
 {
     return heim().path() + QStringLiteral("/Documents/Kartulo");

@@ -14,11 +14,10 @@ namespace TestUmgebung {
 // the application object exists, since the settings paths are fixed then.
 void vorbereiten();
 
-QString heimVerzeichnis();
 QString datenVerzeichnis();
 QString datenbankDatei();
 
-// Removes kartulo.db and every settings key, for a first start.
+// Removes the data directory and every settings key, for a first start.
 void allesLoeschen();
 
 } // namespace TestUmgebung

@@ -235,11 +235,11 @@ DienstErgebnis ListenDienst::listenTypSetzen(int spieler)
             return m_teilnehmer->insertRow(3) && teilnehmerSpeichern();
         return true;
     });
-    m_teilnehmerIntern = false;
-    if (!ok) {
+    if (!ok)
         m_teilnehmer->revertAll();
+    m_teilnehmerIntern = false;
+    if (!ok)
         return {dbFehler()};
-    }
     m_listenTyp = spieler;
     const bool turnier = m_kopf.modus == Spielmodus::Turnier;
     m_kopf.anzahlSpiele = turnier ? (spieler == 3 ? 36 : 48) : 10;
