@@ -3,7 +3,7 @@
 #include "app/help/helpwidget.h"
 #include "app/widgets/werkzeugleiste.h"
 #include "core/service/listendienst.h"
-#include "core/service/version.h"
+#include "app/version.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>
