@@ -1,7 +1,5 @@
-// The running scores (tallies, plain and Seeger-Fabian points, the seat
-// lines), the rounds of a Bierlachs evening, the money account at the foot of
-// the sheet to the cent (places, lost-game fees, series, result texts, the
-// rules block), and the countdown of a series' time limit.
+// Scores with and without Fabian points, Bierlachs rounds, the money account
+// to the cent, and the countdown of a series' time limit.
 
 #include "core/standings/kostenrechnung.h"
 #include "core/standings/zeitlimit.h"

@@ -1,8 +1,5 @@
-// The files of a list: the XML protocol byte for byte against data/ and back,
-// damaged and foreign files with the line of the problem and what a file may
-// leave out; the journal in both forms against its golden files, entries from
-// stored rows, damaged journals that leave it untouched; and the player file
-// and manager entries with their cleaned names.
+// XML protocol and journal against their files in data/ and back, damaged
+// files, and the player file with its cleaned names.
 
 #include "core/files/skatjornal.h"
 #include "core/files/spielerdatei.h"
@@ -132,6 +129,8 @@ void TstDateien::xmlLesen_data()
     const QByteArray voll = dateiInhalt(QFINDTESTDATA("data/protokoll48.xml"));
     QTest::newRow("abgeschnitten") << voll.left(voll.indexOf("<spiel nr=\"19\"") + 50)
                                    << QStringList{"Zeile 26: ", "bricht mitten"};
+    QTest::newRow("ohne Wurzel") << QByteArray("<?xml version=\"1.0\"?>\n")
+                                 << QStringList{"Zeile 2: ", "kein gueltiges XML"};
     QTest::newRow("fremde Wurzel")
         << QByteArray("<?xml version=\"1.0\"?>\n<KartuloListe datum=\"03-05-2024\"/>\n")
         << QStringList{"Zeile 2: ", "Keine Kartulo-Protokolldatei"};
@@ -224,25 +223,33 @@ void TstDateien::jornalVorlage()
     QCOMPARE(gelesen.datum(), QDate(2026, 11, 14));
     QCOMPARE(gelesen.tischNr(), 5);
     QCOMPARE(gelesen.serie(), 2);
-    QVERIFY(gelesen.eintraege() == jornalAbend(true));
+    QVERIFY(gelesen.eintraege() == jornalAbend(true) && !(jornalAbend(true) == jornalAbend(false)));
 }
 
 // Status and both names are passed through; the rest comes from the stored row.
+// Status and both names are passed through; the rest comes from the stored row.
 void TstDateien::jornalAusSpiel()
 {
-    SpielEintrag grand;
-    for (auto [spalte, wert] : {std::pair{S::Zeile, 2},
-                                {S::Spiel, 24},
-                                {S::Ohne, 1},
-                                {S::Verloren, 96},
-                                {S::Spieler3, -96}})
-        grand.setze(spalte, wert);
+    const auto zeile = [](std::initializer_list<std::pair<S::Spalte, int>> werte) {
+        SpielEintrag e;
+        for (const auto &[spalte, wert] : werte)
+            e.setze(spalte, wert);
+        return e;
+    };
+    const SpielEintrag grand =
+        zeile({{S::Zeile, 2}, {S::Spiel, 24}, {S::Ohne, 1}, {S::Verloren, 96}, {S::Spieler3, -96}});
     QVERIFY(JornalEintrag::ausSpiel(grand, JornalEintrag::Geaendert, "Bert", "Anna") ==
             jornalAbend(false).at(1));
-    QCOMPARE(JornalEintrag::spielerSitz(grand), 2);
-    SpielEintrag passe;
-    passe.setze(S::Eingepasst, true);
-    QCOMPARE(JornalEintrag::spielerSitz(passe), -1);
+    const SpielEintrag nullOuvert = zeile({{S::Zeile, 3},
+                                           {S::Spiel, 23},
+                                           {S::Offen, 1},
+                                           {S::Verloren, 92},
+                                           {S::Spieler4, -92},
+                                           {S::Reizung, 46}});
+    QVERIFY(JornalEintrag::ausSpiel(nullOuvert, JornalEintrag::Geloescht,
+                                    QStringLiteral(u"J\u00FCrgen"),
+                                    "Carl") == jornalAbend(false).at(3));
+    QCOMPARE(JornalEintrag::spielerSitz(grand) + JornalEintrag::spielerSitz(SpielEintrag()), 1);
 }
 
 void TstDateien::jornalBeschaedigt_data()
@@ -261,6 +268,7 @@ void TstDateien::jornalBeschaedigt_data()
         << SkatJornal::Json << QByteArray(gut).replace("\"normal\"", "\"anders\"");
     QTest::newRow("Flag keine Wahrheit")
         << SkatJornal::Json << QByteArray(gut).replace("\"hand\": true", "\"hand\": 1");
+    QTest::newRow("Kopf kein Objekt") << SkatJornal::Json << QByteArray("{\"skatliste\": 5}");
     QTest::newRow("Datum keine Zeichenkette")
         << SkatJornal::Json << QByteArray(gut).replace("\"14-11-2026\"", "14");
     QTest::newRow("CBOR mit Anhang")

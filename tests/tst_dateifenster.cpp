@@ -1,6 +1,5 @@
-// Costs and files through the window: a cost field and the manager's cost push,
-// the footer, PDF and XML per mode, the backup copy, and loading through the
-// picker, where a damaged file leaves the running list alone.
+// Costs and files through the window: cost fields, footer, PDF and XML per
+// mode, the backup copy, and loading through the picker.
 
 #include "app/files/dockfileview.h"
 #include "app/mainwindow.h"

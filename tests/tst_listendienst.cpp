@@ -1,9 +1,6 @@
-// The list being kept: what opening kartulo.db finds (and that a file that is
-// not ours stays untouched), entering, correcting and deleting games with the
-// journal and the announcements, the end of a list per mode, a new protocol,
-// an imported one, the seats, the registry, that a change that cannot be
-// stored leaves database, memory and journal exactly as they were, and the
-// settings store beside the list.
+// The list being kept: opening, every change with its journal entry and its
+// announcement, and that a change that cannot be stored leaves database,
+// memory and journal as they were; and the settings store.
 
 #include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
@@ -382,7 +379,7 @@ void TstListenDienst::neuesProtokoll()
 {
     QVERIFY(anlegen(4, 48, Spielmodus::Bierlachs));
     QVERIFY(
-        sql({"UPDATE Settings SET BlPunkte = 300", "INSERT INTO Spieler VALUES (1, 'Eva', 0, 1)"}));
+        sql({"UPDATE Settings SET BlPunkte = 300", "INSERT INTO Spieler VALUES (1, 'Eva', 0, 0)"}));
     ListenDienst dienst(TestUmgebung::datenVerzeichnis());
     dienst.oeffnen();
     dienst.spielEintragen(spiel(1, 24));
@@ -392,7 +389,8 @@ void TstListenDienst::neuesProtokoll()
     QCOMPARE(meldungen, QStringList{"6:0"});
     QCOMPARE(QList<int>({zeilen("SpielListe"), zeilen("Settings")}), QList<int>({0, 0}));
     QCOMPARE(spalte("Teilnehmer", "MgldNr"), QList<int>({102, 1, 2}));
-    QCOMPARE(dienst.teilnehmer().at(1).mitglied, QStringLiteral("Nein"));
+    QCOMPARE(dienst.teilnehmer().at(1).mitglied + dienst.teilnehmer().at(1).preisskat,
+             QStringLiteral("NeinNein"));
     const ListenKopf &kopf = dienst.kopf();
     QCOMPARE(QStringList({QString::number(kopf.tischNr), QString::number(kopf.serie),
                           QString::number(kopf.anzahlSpiele), QString::number(kopf.blPunkte),

@@ -1,7 +1,5 @@
-// Keeping a list through the window as a scorer does: entering whole lists of
-// three and four players with the dealer announced after each game, the
-// refusals, the wait timer, correcting and deleting entries through the
-// overview, and the bid dock.
+// Keeping a list through the window: whole lists with the dealer announced,
+// refusals, the wait timer, corrections and deletions, the bid dock.
 
 #include "app/game/dockreizung.h"
 #include "app/mainwindow.h"

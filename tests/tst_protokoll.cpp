@@ -1,8 +1,5 @@
-// The header of a list through the window: a new protocol from the "Neu" page
-// to the start of the series, the group id, the seats with three or four
-// players, the registry filled from a manager's list and a double click, the
-// play modes with their docks and labels, the time limit across a restart and
-// the end of a Bierlachs round.
+// A new protocol to the start of its series, the seats, the registry, the
+// play modes with their docks, the time limit and a Bierlachs round.
 
 #include "app/mainwindow.h"
 #include "helpers/fensterhilfe.h"

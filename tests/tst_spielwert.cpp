@@ -1,7 +1,5 @@
-// The game value: every game type and extra with its factor, Grand ouvert,
-// the four Null games with their whole texts, passed-in games, a Null without
-// declarer, the overbid limits (a lost game held against the bid with twice
-// its value), and that a stored row, put back on the panel, gives itself again.
+// The game value of every game type and extra, the Null games, the overbid
+// limits, and that a stored row put back on the panel gives itself again.
 
 #include "core/game/spielwert.h"
 #include "helpers/testumgebung.h"
@@ -113,6 +111,9 @@ void TstSpielwert::berechne_data()
                                   << ouvertText + " Spieler Anna" << false;
     QTest::newRow("Grand Mit1 O H V R384") << ouvert + " Verloren=384 Spieler2=-384 Reizung=384"
                                            << ouvertText + " Verloren -384 Spieler Anna" << false;
+    // Without a game type the panel reads as a suit game of value 0.
+    QTest::newRow("Mit2") << "Mit=2"
+                          << "Mit 2 Spiel 3  x 0 = 0 Spieler Anna" << true;
     // The bid may reach the value; a lost game is held against it with twice its value.
     QTest::newRow("Karo Mit1 R18") << "Spiel=9 Mit=1 Gewonnen=18 Spieler2=18 Reizung=18"
                                    << "Mit 1 Spiel 2  x 9 = 18 Spieler Anna" << true;

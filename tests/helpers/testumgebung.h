@@ -1,8 +1,7 @@
 #pragma once
 
-// Every test program runs in a home folder of its own: documents (and so
-// kartulo.db) and the settings store live in a temporary directory that is
-// removed when the program ends.
+// Every test program runs in a temporary home folder of its own, with its own
+// documents (and so kartulo.db) and settings store.
 
 #include <QCoreApplication>
 #include <QString>
@@ -10,8 +9,7 @@
 
 namespace TestUmgebung {
 
-// Points HOME and the XDG folders at a fresh temporary directory; call before
-// the application object exists, since the settings paths are fixed then.
+// Call before the application object exists, which fixes the settings paths.
 void vorbereiten();
 
 QString datenVerzeichnis();

@@ -46,12 +46,3 @@ QString SpielEintrag::updateStatement() const
         text = text.arg(m_werte[spalte]);
     return text.arg(m_werte[Zeile]);
 }
-
-SpielEintrag::Tupel SpielEintrag::alsTupel() const
-{
-    const auto &w = m_werte;
-    return Tupel(w[Spiel], w[Mit], w[Ohne], w[Hand] != 0, w[Schneider] != 0, w[AngSchneider] != 0,
-                 w[Schwarz] != 0, w[AngSchwarz] != 0, w[Offen] != 0, w[Gewonnen], w[Verloren],
-                 w[Spieler1], w[Spieler2], w[Spieler3], w[Spieler4], w[Eingepasst] != 0,
-                 w[Reizung]);
-}

@@ -9,7 +9,6 @@
 #include <QStringList>
 
 #include <array>
-#include <tuple>
 
 class QSqlRecord;
 
@@ -40,9 +39,6 @@ public:
         AnzahlSpalten
     };
 
-    using Tupel = std::tuple<int, int, int, bool, bool, bool, bool, bool, bool, int, int, int, int,
-                             int, int, bool, int>;
-
     static const QStringList &spaltenNamen();
 
     // A record read from the table: a null or missing field becomes 0.
@@ -59,9 +55,6 @@ public:
 
     QString insertStatement() const;
     QString updateStatement() const;
-
-    // The seventeen columns after Zeile, for the row message.
-    Tupel alsTupel() const;
 
     bool operator==(const SpielEintrag &other) const { return m_werte == other.m_werte; }
     bool operator!=(const SpielEintrag &other) const { return !(*this == other); }
