@@ -1,9 +1,9 @@
 #include "app/mainwindow.h"
 
 #include "app/help/helpwidget.h"
+#include "app/version.h"
 #include "app/widgets/werkzeugleiste.h"
 #include "core/service/listendienst.h"
-#include "app/version.h"
 #include "ui_mainwindow.h"
 
 #include <QApplication>

@@ -40,8 +40,8 @@ QStringList feldNamen(const QSqlRecord &record)
     return namen;
 }
 
-const QString SpielerEinfuegen = QStringLiteral(
-    "INSERT INTO Spieler (MgldNr, Name, Mitglied, Preisskat)VALUES (?, ?, ?, ?)");
+const QString SpielerEinfuegen =
+    QStringLiteral("INSERT INTO Spieler (MgldNr, Name, Mitglied, Preisskat)VALUES (?, ?, ?, ?)");
 
 } // namespace
 
@@ -171,8 +171,9 @@ bool ProtokollDatenbank::entfernen(int zeile, int letzte)
     if (!ausfuehren(QStringLiteral("DELETE FROM SpielListe WHERE Zeile=%1").arg(zeile)))
         return false;
     for (int z = zeile + 1; z <= letzte; ++z) {
-        if (!ausfuehren(
-                QStringLiteral("UPDATE SpielListe SET Zeile=%1 WHERE Zeile=%2").arg(z - 1).arg(z))) {
+        if (!ausfuehren(QStringLiteral("UPDATE SpielListe SET Zeile=%1 WHERE Zeile=%2")
+                            .arg(z - 1)
+                            .arg(z))) {
             qDebug() << "Fehler Spiel entfernen" << z - 1 << z;
             return false;
         }

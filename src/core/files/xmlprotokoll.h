@@ -43,7 +43,8 @@ class XmlProtokoll
 public:
     // The document: root "Kartulo" with the header, "spieler1".."spielerN", then "spiele"
     // with one "spiel" per row. Flags are "ja"/"nein", numbers plain decimals, the date
-    // "dd-MM-yyyy", money with a point as its field shows it. The text ends with the closing root tag, without a line end.
+    // "dd-MM-yyyy", money with a point as its field shows it. The text ends with the closing root
+    // tag, without a line end.
     static QString schreiben(const XmlDaten &daten);
 
     // Parses the whole text before it answers, so the result is either the complete protocol
