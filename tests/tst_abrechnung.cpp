@@ -334,6 +334,7 @@ void TstAbrechnung::zeitlimit_data()
     QTest::newRow("23:50:00 00:40 120") << "Verbleibende Zeit 50 Minuten gruen laeuft weiter";
     QTest::newRow("08:00:00 20:00 720") << "Verbleibende Zeit 720 Minuten gruen laeuft weiter";
     QTest::newRow("07:59:59 20:00 720") << "Verbleibende Zeit -719 Minuten rot abgelaufen vorbei";
+    QTest::newRow("20:00:00 08:00 720") << "Verbleibende Zeit -720 Minuten rot abgelaufen vorbei";
     QTest::newRow("20:00:59 08:00 720") << "Verbleibende Zeit 719 Minuten gruen laeuft weiter";
     QTest::newRow("20:00:00 -- 120") << "Verbleibende Zeit 0 Minuten rot abgelaufen vorbei";
 }
