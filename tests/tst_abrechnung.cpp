@@ -50,9 +50,7 @@ Tisch dreierTisch()
             spieler("Carl", 13, 3, 7, -150)};
 }
 
-// Every value different from the defaults and from each other, so a mixed-up setting shows:
-// places 0.50 to 3.50, card money 1.20, lost games 0.60 and from the sixth 1.10, Preisskat
-// 12.50, factors 20, 45 (three players) and 35 (four).
+// Every value different from the defaults and from each other, so a mixed-up setting shows.
 const KostenWerte eigeneKosten{0.5, 1.5, 2.5, 3.5, 1.2, 0.6, 1.1, 12.5, 20, 45, 35};
 
 QString zeile(const KostenErgebnis &e, KostenErgebnis::Zeile z)

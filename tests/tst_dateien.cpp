@@ -19,9 +19,8 @@ QByteArray dateiInhalt(const QString &pfad)
     return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray("<nicht lesbar>");
 }
 
-// A tournament list of four with a name of each kind that needs care in XML: "&", quotes,
-// angle brackets, umlauts and an apostrophe. Every cost differs from the others, so a
-// swapped attribute shows.
+// Names with every character that needs care in XML; costs all different, so a swapped
+// attribute shows.
 XmlDaten turnierListe()
 {
     XmlDaten d;
@@ -95,9 +94,7 @@ private slots:
     void spielerDatei();
 };
 
-// Files from earlier evenings must keep opening, so the document may not drift: the files
-// in data/ were checked by hand (attribute names and order, "ja"/"nein", the date, escaped
-// names, UTF-8, the empty <spiele/>).
+// Files from earlier evenings must keep opening, so the document may not drift.
 void TstDateien::xmlVorlage()
 {
     for (auto [daten, datei] : {std::pair{turnierListe(), "data/protokoll48.xml"},
@@ -137,6 +134,8 @@ void TstDateien::xmlLesen_data()
     QTest::newRow("Zahl kaputt im dritten Spiel")
         << QByteArray("<Kartulo>\n<spiele>\n<spiel/>\n<spiel/>\n<spiel gewonnen=\"abc\"/>")
         << QStringList{"Zeile 5: ", "\"gewonnen\" von <spiel> ist keine Zahl: \"abc\""};
+    QTest::newRow("Tisch kaputt") << QByteArray("<Kartulo tischnr=\"5a\"/>")
+                                  << QStringList{"Zeile 1: ", "\"tischnr\""};
     QTest::newRow("Geld kaputt") << QByteArray("<Kartulo platz2=\"1,5x\"/>")
                                  << QStringList{"Zeile 1: ", "\"platz2\""};
     QTest::newRow("Datum kaputt") << QByteArray("<Kartulo datum=\"2024-05-03\"/>")
@@ -268,6 +267,8 @@ void TstDateien::jornalBeschaedigt_data()
         << SkatJornal::Json << QByteArray(gut).replace("\"normal\"", "\"anders\"");
     QTest::newRow("Flag keine Wahrheit")
         << SkatJornal::Json << QByteArray(gut).replace("\"hand\": true", "\"hand\": 1");
+    QTest::newRow("Typ keine Zeichenkette")
+        << SkatJornal::Json << QByteArray(gut).replace("\"normal\"", "5");
     QTest::newRow("Kopf kein Objekt") << SkatJornal::Json << QByteArray("{\"skatliste\": 5}");
     QTest::newRow("Datum keine Zeichenkette")
         << SkatJornal::Json << QByteArray(gut).replace("\"14-11-2026\"", "14");

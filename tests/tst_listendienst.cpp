@@ -202,9 +202,11 @@ void TstListenDienst::eintragen()
     QCOMPARE(spalte("Settings", "AnzahlSpiele"), QList<int>{48});
     QCOMPARE(zeilen("Teilnehmer"), 4);
     QVERIFY(dienst.teilnehmer().last().name == QLatin1String("Dora"));
-    // One journal entry per game, with the declarer's and the dealer's name.
+    // One journal entry per game, with the declarer's and the dealer's name; the next series
+    // starts an empty one.
     QCOMPARE(jornal().count("\"type\": \"normal\""), 6);
     QVERIFY(jornal().contains("\"geber\": \"Dora\""));
+    QVERIFY(dienst.serieStarten().ok() && !jornal().contains("normal"));
 }
 
 void TstListenDienst::listenEnde_data()
@@ -316,6 +318,8 @@ void TstListenDienst::schreibfehler_data()
                                << "listenTyp";
     QTest::newRow("Register") << "INSERT ON Spieler"
                               << "register";
+    QTest::newRow("Register leeren") << "DELETE ON Spieler"
+                                     << "register";
 }
 
 // A change that cannot be stored answers with the database's reason and changes nothing:

@@ -8,11 +8,9 @@ namespace {
 
 using S = SpielEintrag;
 
-// The panel as a short text, e.g. "Herz Mit2 s3 H S A W X V R40": game type, matadors
-// ("Mit"/"Ohne" and count; none named counts as without), declarer seat (s0 to s3, "s-"
-// for none; seat 1 when not named), Hand, Offen, Schneider, Schneider announced (A),
-// Schwarz (W), Schwarz announced (X), V for lost, R and the bid. The declarer's name and
-// button differ, so a text that takes the wrong one is caught.
+// The panel as a short text, e.g. "Herz Mit2 s3 H O S A W X V R40": type, matadors, seat
+// (1 unless named, "s-" none), Hand, Offen, Schneider, announced, Schwarz, announced, lost
+// (or "?" for no result), bid. Name and button differ, so taking the wrong one shows.
 SpielEingabe eingabe(const QString &text)
 {
     static const QStringList arten{"Karo", "Herz", "Pik", "Kreuz", "Grand", "Null", "Eingepasst"};
@@ -39,8 +37,8 @@ SpielEingabe eingabe(const QString &text)
                                          {'W', &a.schwarz},
                                          {'X', &a.schwarzAngesagt}})
                 *flag = *flag || teil == QLatin1Char(zeichen);
-            if (teil == QLatin1String("V"))
-                a.gewonnen = false;
+            if (teil == QLatin1String("V") || teil == QLatin1String("?"))
+                a.gewonnen = teil == QLatin1String("V") ? std::optional(false) : std::nullopt;
         }
     }
     e.spielerName = QStringList{"Carl", "Anna", "Bert", "Dora"}.value(a.sitz);
@@ -130,6 +128,9 @@ void TstSpielwert::berechne_data()
     // be bid up to its value; a lost one is never held against the bid.
     QTest::newRow("Null R23") << "Spiel=23 Gewonnen=23 Spieler2=23 Reizung=23"
                               << "Null 23 Punkte Spieler Platz 2" << false;
+    // No result counts as lost.
+    QTest::newRow("Null ?") << "Spiel=23 Verloren=46 Spieler2=-46"
+                            << "Null verloren -46 Punkte Spieler Platz 2" << false;
     QTest::newRow("Null V R99") << "Spiel=23 Verloren=46 Spieler2=-46 Reizung=99"
                                 << "Null verloren -46 Punkte Spieler Platz 2" << false;
     QTest::newRow("Null R24") << "Spiel=23 Reizung=24"

@@ -27,8 +27,7 @@ void eingeben(QWidget *fenster, const Spiel &spiel)
 
 QString text(QWidget *fenster, const char *name)
 {
-    auto *feld = kind<QLineEdit>(fenster, name);
-    return feld ? feld->text() : QStringLiteral("<kein %1>").arg(QLatin1String(name));
+    return kind<QLineEdit>(fenster, name)->text();
 }
 
 QSettings einstellungen()

@@ -1,8 +1,7 @@
 #pragma once
 
-// For the window tests: finds and clicks the window's widgets by object name,
-// sets a game on the entry panel, opens the settings store, and a main() with
-// a QApplication.
+// For the window tests: widgets by object name, a game on the entry panel, the
+// settings store, and a main() with a QApplication.
 
 #include "helpers/testumgebung.h"
 

@@ -1,8 +1,7 @@
 #pragma once
 
-// Answers the message boxes a test provokes: every box that appears is
-// recorded (title and text) and closed with the next queued answer, or with
-// Yes/OK when the queue is empty.
+// Records every message box a test provokes (title and text) and closes it with
+// the next queued answer, or with Yes/OK.
 
 #include <QMessageBox>
 #include <QObject>

@@ -22,9 +22,8 @@ QList<int> spalte(const QString &tabelle, const QString &spalte);
 // with four players) in registry and seating, and the header row.
 bool anlegen(int spieler, int anzahlSpiele, int modus = 0, int tischNr = 5);
 
-// A plausible evening of the given length for 3 or 4 players, valued by the
-// program itself: suit, Grand and Null games with extras, lost games and
-// passed-in rounds, the dealer never declaring. The same sequence every call.
+// The same plausible evening every call, valued by the program itself: suit,
+// Grand, Null and passed-in games, some lost, the dealer never declaring.
 QVector<SpielEintrag> abend(int anzahl, int spieler);
 
 } // namespace TestProtokoll
