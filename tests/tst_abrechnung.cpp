@@ -323,6 +323,7 @@ void TstAbrechnung::zeitlimit_data()
     QTest::newRow("20:00:00 20:16 120") << "Verbleibende Zeit 16 Minuten gruen laeuft weiter";
     // 15 minutes 59 seconds are 15 whole minutes.
     QTest::newRow("20:00:01 20:16 120") << "Verbleibende Zeit 15 Minuten rot laeuft weiter";
+    QTest::newRow("20:15:00 20:16 120") << "Verbleibende Zeit 1 Minuten rot laeuft weiter";
     QTest::newRow("20:15:01 20:16 120") << "Verbleibende Zeit 0 Minuten rot abgelaufen weiter";
     QTest::newRow("20:20:00 20:16 120") << "Verbleibende Zeit -4 Minuten rot abgelaufen vorbei";
     // Further away than the limit, e.g. stored before the limit was lowered.

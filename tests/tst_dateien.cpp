@@ -269,6 +269,7 @@ void TstDateien::jornalBeschaedigt_data()
         << SkatJornal::Json << QByteArray(gut).replace("\"hand\": true", "\"hand\": 1");
     QTest::newRow("Typ keine Zeichenkette")
         << SkatJornal::Json << QByteArray(gut).replace("\"normal\"", "5");
+    QTest::newRow("kein Objekt") << SkatJornal::Json << QByteArray("[]");
     QTest::newRow("Kopf kein Objekt") << SkatJornal::Json << QByteArray("{\"skatliste\": 5}");
     QTest::newRow("Datum keine Zeichenkette")
         << SkatJornal::Json << QByteArray(gut).replace("\"14-11-2026\"", "14");

@@ -113,8 +113,6 @@ void TstSpielwert::berechne_data()
     QTest::newRow("Mit2") << "Mit=2"
                           << "Mit 2 Spiel 3  x 0 = 0 Spieler Anna" << true;
     // The bid may reach the value; a lost game is held against it with twice its value.
-    QTest::newRow("Karo Mit1 R18") << "Spiel=9 Mit=1 Gewonnen=18 Spieler2=18 Reizung=18"
-                                   << "Mit 1 Spiel 2  x 9 = 18 Spieler Anna" << true;
     QTest::newRow("Karo Mit1 V R36") << "Spiel=9 Mit=1 Verloren=36 Spieler2=-36 Reizung=36"
                                      << "Mit 1 Spiel 2  x 9 = 18 Verloren -36 Spieler Anna" << true;
     QTest::newRow("Karo Mit1 R19") << "Spiel=9 Mit=1 Gewonnen=18 Reizung=19"
