@@ -32,12 +32,14 @@ QList<int> inhalt()
            spalte("SpielListe", "Spiel");
 }
 
-// A file a minute younger than anything the window writes now.
+// A file a minute younger than anything the window writes now; flushed first,
+// so that closing does not set the time back to now.
 void schreiben(const QString &name, const QByteArray &inhalt)
 {
     QFile datei(TestUmgebung::datenVerzeichnis() + "/" + name);
     QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
-    datei.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime);
+    QVERIFY(datei.flush() && datei.setFileTime(QDateTime::currentDateTime().addSecs(60),
+                                               QFileDevice::FileModificationTime));
 }
 
 } // namespace

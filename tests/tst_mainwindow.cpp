@@ -24,8 +24,7 @@ void gespeichertesProtokoll()
              "(2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0)"}));
 }
 
-// The page shown, which of the first four pages may be opened, the rows of list,
-// seats, header and registry, and those of the overview and seats in the window.
+// Page shown, which of the first four may open, and the rows in database and window.
 QString zustand(MainWindow &fenster)
 {
     auto *tabs = kind<QTabWidget>(&fenster, "tabWidget");
@@ -86,8 +85,7 @@ void TstMainWindow::ersterStart()
              QStringList({"FRAGE", "FRAGE", "Kartulo beenden?", "Kartulo beenden?"}));
 }
 
-// A saved protocol comes back; a reset answered "No" leaves it, "Yes" empties
-// every table and the window.
+// A saved protocol comes back; a reset answered "No" leaves it, "Yes" empties all.
 void TstMainWindow::wiederhergestellt()
 {
     gespeichertesProtokoll();
