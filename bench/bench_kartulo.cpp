@@ -9,6 +9,7 @@
 #include "app/mainwindow.h"
 #include "core/db/statements.h"
 #include "core/files/xmlprotokoll.h"
+#include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/testprotokoll.h"
@@ -174,18 +175,11 @@ Ergebnis pdf()
 Ergebnis xmlLaden()
 {
     listeAnlegen(4, 1000, 1010, 1);
-    QByteArray inhalt;
-    {
-        ListenDienst dienst(TestUmgebung::datenVerzeichnis());
-        dienst.oeffnen();
-        XmlDaten daten;
-        daten.kopf = dienst.kopf();
-        daten.spieler = dienst.teilnehmer();
-        daten.spiele = dienst.spiele();
-        inhalt = XmlProtokoll::schreiben(daten).toUtf8();
-    }
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    Einstellungen einstellungen;
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), einstellungen);
     dienst.oeffnen();
+    const QByteArray inhalt = XmlProtokoll::schreiben(dienst.protokollDaten()).toUtf8();
+    // Each load archives the list it replaces, as in the window.
     return messen(
         QStringLiteral("Protokolldatei mit 1000 Spielen laden"), QString(), 5, [] {},
         [&] {

@@ -178,14 +178,21 @@ void TstDateien::xmlLesen()
     QVERIFY(text.count(QLatin1String("<spiel ")) <= 3);
 }
 
-// A copy that cannot be written leaves the last one as it was and nothing beside it.
+// A copy that cannot be written says why and leaves the last one as it was, and nothing
+// beside it: not in a missing folder, not over a folder.
 void TstDateien::xmlSchreibenFehlschlag()
 {
     QTemporaryDir ort;
     const QString altPfad = ort.filePath(QStringLiteral("kopie.xml"));
     QVERIFY(XmlProtokoll::dateiSchreiben(altPfad, QStringLiteral("alt")));
-    QVERIFY(!XmlProtokoll::dateiSchreiben(ort.filePath(QStringLiteral("fehlt/kopie.xml")),
-                                          QStringLiteral("neu")));
+    QVERIFY(QDir(ort.path()).mkdir(QStringLiteral("ordner.xml")));
+    for (const char *ziel : {"fehlt/kopie.xml", "ordner.xml"}) {
+        QString fehler;
+        QVERIFY(!XmlProtokoll::dateiSchreiben(ort.filePath(QLatin1String(ziel)),
+                                              QStringLiteral("neu"), &fehler));
+        QVERIFY2(!fehler.isEmpty(), ziel);
+    }
+    QCOMPARE(QDir(ort.path()).entryList(QDir::Files), QStringList{"kopie.xml"});
     QCOMPARE(dateiInhalt(altPfad), QByteArray("alt\n"));
 }
 

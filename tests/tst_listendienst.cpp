@@ -8,6 +8,7 @@
 #include "helpers/testprotokoll.h"
 #include "helpers/testumgebung.h"
 
+#include <QRegularExpression>
 #include <QSettings>
 
 using namespace TestProtokoll;
@@ -104,10 +105,19 @@ private slots:
     void aendernUndEntfernen();
     void schreibfehler_data();
     void schreibfehler();
+    void gesperrt_data();
+    void gesperrt();
     void neuesProtokoll();
     void protokollErsetzen();
+    void archiv_data();
+    void archiv();
+    void nummern_data();
+    void nummern();
     void sitze();
     void einstellungen();
+
+private:
+    Einstellungen m_einstellungen;
 };
 
 void TstListenDienst::init()
@@ -149,7 +159,7 @@ void TstListenDienst::oeffnen()
     }
     const QString vorher = gespeichert();
     {
-        ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+        ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
         Meldungen meldungen(dienst);
         QCOMPARE(dienst.oeffnen(), zustand);
         QCOMPARE(meldungen, QStringList{"6:0"});
@@ -158,9 +168,12 @@ void TstListenDienst::oeffnen()
             QVERIFY(!dienst.benutzbar() && !dienst.fehler().isEmpty());
             QCOMPARE(dienst.spielEintragen(spiel(1, 24)).art, EintragErgebnis::Fehler);
             QVERIFY(!dienst.neuesProtokoll(1, 1, QStringList{"Eva"}).ok());
-            return;
+            // A reset only looks again, and tells the scorer to move the file aside.
+            QVERIFY(dienst.zuruecksetzen().ok() && !dienst.benutzbar());
+            QVERIFY(dienst.fehlerText().contains(QLatin1String("beiseite")));
+        } else {
+            QCOMPARE(imSpeicher(dienst), gespeichert(false));
         }
-        QCOMPARE(imSpeicher(dienst), gespeichert(false));
         // A saved list comes back with its header and its seats.
         if (zustand == Zustand::Gespeichert)
             QCOMPARE(QStringList({QString::number(dienst.kopf().tischNr),
@@ -181,7 +194,7 @@ void TstListenDienst::eintragen()
 {
     QVERIFY(anlegen(4, 48));
     QVERIFY(sql({"DELETE FROM Settings", "DELETE FROM Teilnehmer WHERE Name = 'Dora'"}));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     dienst.oeffnen();
     QVERIFY(dienst.listenTypSetzen(4).ok());
     QVERIFY(dienst.serieStarten().ok());
@@ -223,7 +236,7 @@ void TstListenDienst::listenEnde()
     QFETCH(int, modus);
     QFETCH(int, anzahl);
     QVERIFY(anlegen(3, 2, modus));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     dienst.oeffnen();
     QVERIFY(dienst.spielEintragen(spiel(0, 24)).art == EintragErgebnis::Eingetragen);
     // A Bierlachs list without points plays down from 500.
@@ -257,7 +270,7 @@ void TstListenDienst::aendernUndEntfernen()
 {
     QFETCH(int, zeile);
     QVERIFY(anlegen(3, 36));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     dienst.oeffnen();
     dienst.serieStarten();
     for (int wert = 1; wert <= 5; ++wert)
@@ -312,7 +325,7 @@ void TstListenDienst::schreibfehler_data()
                                         << "ersetzen";
     QTest::newRow("Datei laden, Teilnehmer") << "INSERT ON Teilnehmer"
                                              << "ersetzen";
-    QTest::newRow("Sitze") << "UPDATE ON Teilnehmer"
+    QTest::newRow("Sitze") << "INSERT ON Teilnehmer"
                            << "sitze";
     QTest::newRow("Listentyp") << "DELETE ON Teilnehmer"
                                << "listenTyp";
@@ -329,7 +342,7 @@ void TstListenDienst::schreibfehler()
     QFETCH(QString, ereignis);
     QFETCH(QString, aenderung);
     QVERIFY(anlegen(3, 36));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     dienst.oeffnen();
     if (aenderung != QLatin1String("eintragen"))
         dienst.spielEintragen(spiel(1, 24));
@@ -356,15 +369,15 @@ void TstListenDienst::schreibfehler()
     else if (aenderung == QLatin1String("sitze"))
         fehler = dienst.sitzeTauschen(0, 1).fehler;
     else if (aenderung == QLatin1String("listenTyp"))
-        fehler = (dienst.listenTypSetzen(4), meldungen.clear(), dienst.listenTypSetzen(3).fehler);
+        fehler = dienst.listenTypSetzen(4).fehler;
     else
         fehler = dienst.registerErsetzen({{1, "Eva", true, true}}).fehler;
 
     QVERIFY2(fehler.contains(TestUmgebung::datenbankDatei()) && fehler.contains("gesperrt"),
              qPrintable(fehler));
     QVERIFY(meldungen.isEmpty());
-    // Deleting and switching to three players are tried on what was set up just before.
-    if (aenderung != QLatin1String("entfernen") && aenderung != QLatin1String("listenTyp")) {
+    // Deleting is tried on what was set up just before.
+    if (aenderung != QLatin1String("entfernen")) {
         QCOMPARE(gespeichert(), vorher);
         QCOMPARE(imSpeicher(dienst), speicherVorher);
         QCOMPARE(jornal(), jornalVorher);
@@ -379,12 +392,48 @@ void TstListenDienst::schreibfehler()
     QCOMPARE(dienst.spielEintragen(spiel(0, 12)).art, EintragErgebnis::Eingetragen);
 }
 
+void TstListenDienst::gesperrt_data()
+{
+    QTest::addColumn<int>("art");
+    QTest::addColumn<bool>("start");
+    QTest::newRow("Schreibsperre, erstes Spiel") << int(Sperre::Schreiben) << false;
+    QTest::newRow("Lesesperre, erstes Spiel") << int(Sperre::Lesen) << false;
+    QTest::newRow("Lesesperre, Serienstart") << int(Sperre::Lesen) << true;
+}
+
+// Another program holding the file: the change fails with the driver's reason, and a name
+// the scorer typed into the seating is stored once the file is free again.
+void TstListenDienst::gesperrt()
+{
+    QFETCH(int, art);
+    QFETCH(bool, start);
+    QVERIFY(anlegen(3, 36));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
+    dienst.oeffnen();
+    dienst.teilnehmerModell()->setData(dienst.teilnehmerModell()->index(0, 1), "Anja");
+    const auto versuchen = [&] {
+        return start ? dienst.serieStarten().fehler : dienst.spielEintragen(spiel(1, 24)).fehler;
+    };
+    {
+        Sperre sperre(static_cast<Sperre::Art>(art));
+        QVERIFY(sperre.gehalten());
+        const QString fehler = versuchen();
+        QVERIFY2(fehler.contains(TestUmgebung::datenbankDatei()) && fehler.contains("locked"),
+                 qPrintable(fehler));
+    }
+    QCOMPARE(dienst.teilnehmerName(0), QStringLiteral("Anja"));
+    QCOMPARE(dienst.spiele().size(), 0);
+    QVERIFY(versuchen().isNull());
+    QCOMPARE(spalte("Teilnehmer", "Name = 'Anja'"), QList<int>({1, 0, 0}));
+    QCOMPARE(zeilen("SpielListe"), start ? 0 : 1);
+}
+
 void TstListenDienst::neuesProtokoll()
 {
     QVERIFY(anlegen(4, 48, Spielmodus::Bierlachs));
     QVERIFY(
         sql({"UPDATE Settings SET BlPunkte = 300", "INSERT INTO Spieler VALUES (1, 'Eva', 0, 0)"}));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     dienst.oeffnen();
     dienst.spielEintragen(spiel(1, 24));
     Meldungen meldungen(dienst);
@@ -414,7 +463,7 @@ void TstListenDienst::neuesProtokoll()
 void TstListenDienst::protokollErsetzen()
 {
     QVERIFY(anlegen(4, 48));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     dienst.oeffnen();
     ListenKopf kopf;
     kopf.blPunkte = 400;
@@ -434,12 +483,106 @@ void TstListenDienst::protokollErsetzen()
              QStringList({"3", "2", "4"}));
 }
 
+void TstListenDienst::archiv_data()
+{
+    QTest::addColumn<QString>("aenderung");
+    QTest::addColumn<bool>("blockiert");
+    for (const char *aenderung : {"neu", "zuruecksetzen", "ersetzen"}) {
+        QTest::addRow("%s", aenderung) << aenderung << false;
+        QTest::addRow("%s, Archiv blockiert", aenderung) << aenderung << true;
+    }
+}
+
+// Before a list holding games is emptied it goes into the archive as a protocol file that
+// loads again; where the archive cannot be written, the list is not emptied.
+void TstListenDienst::archiv()
+{
+    QFETCH(QString, aenderung);
+    QFETCH(bool, blockiert);
+    QVERIFY(anlegen(3, 36, Spielmodus::Ergebnis, 7));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
+    dienst.oeffnen();
+    const QVector<SpielEintrag> abend = TestProtokoll::abend(4, 3);
+    for (const SpielEintrag &e : abend)
+        dienst.spielEintragen(e);
+    QDir archiv(dienst.archivVerzeichnis());
+    // A file where the folder should go.
+    QFile sperre(archiv.path());
+    QVERIFY(!blockiert || sperre.open(QIODevice::WriteOnly));
+    const auto ausfuehren = [&] {
+        if (aenderung == QLatin1String("neu"))
+            return dienst.neuesProtokoll(8, 2, std::nullopt);
+        if (aenderung == QLatin1String("zuruecksetzen"))
+            return dienst.zuruecksetzen();
+        return dienst.protokollErsetzen({}, dienst.teilnehmer(), TestProtokoll::abend(2, 3));
+    };
+    const DienstErgebnis ergebnis = ausfuehren();
+    if (blockiert) {
+        QVERIFY2(ergebnis.fehler.contains(archiv.path()), qPrintable(ergebnis.fehler));
+        QCOMPARE(dienst.spiele(), abend);
+        QCOMPARE(zeilen("SpielListe"), 4);
+        return;
+    }
+    QVERIFY(ergebnis.ok());
+    const QStringList dateien = archiv.entryList(QDir::Files);
+    QCOMPARE(dateien.size(), 1);
+    QVERIFY2(QRegularExpression("^Skat2026-11-20_S1_T7_\\d\\d-\\d\\d-\\d\\d\\.xml$")
+                 .match(dateien.first())
+                 .hasMatch(),
+             qPrintable(dateien.first()));
+    QFile datei(archiv.filePath(dateien.first()));
+    QVERIFY(datei.open(QIODevice::ReadOnly));
+    const auto gelesen = XmlProtokoll::lesen(datei.readAll());
+    QVERIFY(std::holds_alternative<XmlDaten>(gelesen));
+    QCOMPARE(std::get<XmlDaten>(gelesen).spiele, abend);
+    QCOMPARE(std::get<XmlDaten>(gelesen).spieler.at(2).name, QStringLiteral("Clara"));
+    // An empty list leaves nothing behind.
+    QVERIFY(dienst.neuesProtokoll(9, 1, std::nullopt).ok() || aenderung == "zuruecksetzen");
+    QCOMPARE(archiv.entryList(QDir::Files).size(), aenderung == "ersetzen" ? 2 : 1);
+}
+
+void TstListenDienst::nummern_data()
+{
+    QTest::addColumn<QList<int>>("nummern");
+    QTest::addColumn<bool>("hinweis");
+    QTest::newRow("in Ordnung") << QList<int>{1, 2, 3} << false;
+    QTest::newRow("doppelt") << QList<int>{1, 1, 2} << true;
+    QTest::newRow("Luecke") << QList<int>{1, 2, 4} << true;
+    QTest::newRow("vertauscht") << QList<int>{2, 1, 3} << true;
+}
+
+// Games get numbers 1 to n in any case: from a file in file order, from a database in
+// number order whatever the storage order, and the next game one past the highest.
+void TstListenDienst::nummern()
+{
+    QFETCH(QList<int>, nummern);
+    QFETCH(bool, hinweis);
+    QVERIFY(anlegen(3, 36, Spielmodus::Ergebnis));
+    QVector<SpielEintrag> spiele = TestProtokoll::abend(3, 3);
+    for (int i = 0; i < spiele.size(); ++i)
+        spiele[i].setze(S::Zeile, nummern.at(i));
+    QStringList statements;
+    for (int i = spiele.size() - 1; i >= 0; --i)
+        statements << TestProtokoll::abend(3, 3).at(i).insertStatement();
+    QVERIFY(sql(statements));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
+    dienst.oeffnen();
+    QCOMPARE(dienst.spiele(), TestProtokoll::abend(3, 3));
+    QCOMPARE(dienst.spielEintragen(spiel(0, 24)).zeile, 4);
+
+    const DienstErgebnis ergebnis = dienst.protokollErsetzen({}, dienst.teilnehmer(), spiele);
+    QVERIFY(ergebnis.ok());
+    QCOMPARE(ergebnis.hinweis.contains(QLatin1String("1 bis 3")), hinweis);
+    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3}));
+    QCOMPARE(dienst.spiele(), TestProtokoll::abend(3, 3));
+}
+
 // A fourth seat comes back empty, numbered 4, member and prize skat "Ja"; the list has
 // 36 or 48 games in a tournament and 10 in the other modes.
 void TstListenDienst::sitze()
 {
     QVERIFY(anlegen(4, 48));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis());
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     dienst.oeffnen();
     QVERIFY(dienst.sitzeTauschen(2, 3).ok() && dienst.listenTypSetzen(3).ok());
     QCOMPARE(spalte("Teilnehmer", "MgldNr"), QList<int>({100, 101, 103}));

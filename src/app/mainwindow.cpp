@@ -41,7 +41,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     m_hilfe = new HelpWidget(ui->tabBeschreibung);
     ui->vlBeschreibung->addWidget(m_hilfe);
 
-    m_dienst = new ListenDienst(verzeichnis, this);
+    m_dienst = new ListenDienst(verzeichnis, *m_einstellungen, this);
     m_kopf = new KopfSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
     m_sitze = new SitzSteuerung(this, *ui, *m_dienst);
     m_eintrag = new EintragSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
@@ -165,11 +165,13 @@ void MainWindow::datenbankOeffnen(ProtokollDatenbank::Zustand zustand)
         m_eintrag->wiederherstellen();
         return;
     }
-    if (zustand == Zustand::Unbenutzbar || zustand == Zustand::Fremd)
+    if (zustand == Zustand::Unbenutzbar || zustand == Zustand::Fremd) {
         // The file is left alone; the window goes on without a protocol.
-        QMessageBox::warning(this, QStringLiteral("WARNUNG"),
-                             QStringLiteral("Die Datenbank\n%1\nkann nicht benutzt werden.\n%2")
-                                 .arg(m_dienst->dateiName(), m_dienst->fehler()));
+        QMessageBox::warning(this, QStringLiteral("WARNUNG"), m_dienst->fehlerText());
+        statusBar()->showMessage(
+            QStringLiteral("Datenbank nicht benutzbar: Datei beiseite legen und \"Datenbank "
+                           "zuruecksetzen\" waehlen, um eine neue Liste zu beginnen."));
+    }
     m_kopf->anfangszustand();
     m_hilfe->zeigeSeite(QStringLiteral("Kurzanleitung"));
 }
@@ -180,7 +182,12 @@ void MainWindow::onDeleteDatabase()
                               QStringLiteral("Datenbank zuruecksetzen?"),
                               QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
-    datenbankOeffnen(m_dienst->zuruecksetzen());
+    const DienstErgebnis ergebnis = m_dienst->zuruecksetzen();
+    if (!ergebnis.ok()) {
+        QMessageBox::warning(this, QStringLiteral("WARNUNG"), ergebnis.fehler);
+        return;
+    }
+    datenbankOeffnen(m_dienst->zustand());
 }
 
 void MainWindow::punkteZeilenSenden(const QStringList &zeilen)

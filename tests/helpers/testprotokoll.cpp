@@ -61,6 +61,27 @@ int zeilen(const QString &tabelle)
     return spalte(tabelle, QStringLiteral("COUNT(*)")).value(0, -1);
 }
 
+Sperre::Sperre(Art art)
+{
+    auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("sperre"));
+    db.setDatabaseName(TestUmgebung::datenbankDatei());
+    QSqlQuery query(db);
+    m_gehalten = db.open() &&
+                 query.exec(art == Schreiben ? QStringLiteral("BEGIN IMMEDIATE")
+                                             : QStringLiteral("BEGIN")) &&
+                 (art == Schreiben || query.exec(QStringLiteral("SELECT count(*) FROM Spieler")));
+}
+
+Sperre::~Sperre()
+{
+    {
+        QSqlDatabase db = QSqlDatabase::database(QStringLiteral("sperre"));
+        QSqlQuery(db).exec(QStringLiteral("ROLLBACK"));
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("sperre"));
+}
+
 bool anlegen(int spieler, int anzahlSpiele, int modus, int tischNr)
 {
     QStringList statements{

@@ -18,6 +18,26 @@ int zeilen(const QString &tabelle);
 // One column of a table as integers, in storage order.
 QList<int> spalte(const QString &tabelle, const QString &spalte);
 
+// Holds kartulo.db as another program would, until it goes: a write lock
+// blocks every write, a read lock lets writes wait for the commit and fail there.
+class Sperre
+{
+public:
+    enum Art
+    {
+        Lesen,
+        Schreiben
+    };
+    explicit Sperre(Art art);
+    ~Sperre();
+    Sperre(const Sperre &) = delete;
+    Sperre &operator=(const Sperre &) = delete;
+    bool gehalten() const { return m_gehalten; }
+
+private:
+    bool m_gehalten = false;
+};
+
 // A running list: the four tables, the players Anna, Bernd, Clara (and Dora
 // with four players) in registry and seating, and the header row.
 bool anlegen(int spieler, int anzahlSpiele, int modus = 0, int tischNr = 5);

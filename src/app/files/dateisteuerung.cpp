@@ -10,6 +10,7 @@
 #include <QFileDialog>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QStatusBar>
 
 DateiSteuerung::DateiSteuerung(QMainWindow *fenster, bool grosserBildschirm, ListenDienst &dienst,
                                Einstellungen &einstellungen)
@@ -29,32 +30,18 @@ void DateiSteuerung::warnen(const QString &text)
     QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"), text);
 }
 
-XmlDaten DateiSteuerung::xmlDaten() const
-{
-    XmlDaten daten;
-    daten.kopf = m_dienst.kopf();
-    daten.kosten = m_einstellungen.kosten();
-    daten.verein = m_einstellungen.vereinsname();
-    daten.spieler = m_dienst.teilnehmer();
-    daten.spiele = m_dienst.spiele();
-    return daten;
-}
-
 bool DateiSteuerung::xmlSpeichern(const QString &pfad)
 {
-    if (XmlProtokoll::dateiSchreiben(pfad, XmlProtokoll::schreiben(xmlDaten())))
-        return true;
-    warnen(QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden.").arg(pfad));
-    return false;
+    const DienstErgebnis ergebnis = m_dienst.xmlSpeichern(pfad);
+    if (!ergebnis.ok())
+        warnen(ergebnis.fehler);
+    return ergebnis.ok();
 }
 
 void DateiSteuerung::onSicherheitsKopieSpeichern()
 {
-    const QString verzeichnis = Einstellungen::datenVerzeichnis();
-    QDir().mkpath(verzeichnis);
     // Silent: the next tick tries again.
-    XmlProtokoll::dateiSchreiben(QStringLiteral("%1/xmlsicherheitskopie.xml").arg(verzeichnis),
-                                 XmlProtokoll::schreiben(xmlDaten()));
+    m_dienst.sicherungSchreiben();
 }
 
 void DateiSteuerung::onLoadXml()
@@ -127,4 +114,9 @@ void DateiSteuerung::importieren(const QString &pfad)
     m_einstellungen.kostenSetzen(daten.kosten);
     m_einstellungen.vereinsnameSetzen(daten.verein);
     emit protokollGeladen();
+    if (!ergebnis.hinweis.isEmpty()) {
+        QStatusBar *leiste = m_fenster->statusBar();
+        leiste->showMessage(
+            QStringLiteral("%1 %2").arg(ergebnis.hinweis, leiste->currentMessage()));
+    }
 }

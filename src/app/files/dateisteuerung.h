@@ -12,7 +12,6 @@ class DockFileView;
 class Einstellungen;
 class ListenDienst;
 class QMainWindow;
-struct XmlDaten;
 
 class DateiSteuerung : public QObject
 {
@@ -34,7 +33,6 @@ signals:
     void protokollGeladen();
 
 private:
-    XmlDaten xmlDaten() const;
     void importieren(const QString &pfad);
     void warnen(const QString &text);
 

@@ -7,6 +7,8 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 
+#include <algorithm>
+
 namespace {
 
 struct TabellenForm
@@ -90,6 +92,9 @@ ProtokollDatenbank::Zustand ProtokollDatenbank::oeffnen()
     m_fehler.clear();
     m_db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), verbindungsName());
     m_db.setDatabaseName(dateiName());
+    // Another program holding the file is waited for a second, not the driver's five
+    // seconds per statement, so a scorer is told at once instead of a frozen window.
+    m_db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=1000"));
     if (!m_db.isValid() || !m_db.open()) {
         m_fehler = m_db.lastError().text();
         schliessen();
@@ -153,6 +158,10 @@ QVector<SpielEintrag> ProtokollDatenbank::spiele() const
     query.exec(QStringLiteral("select * from SpielListe"));
     while (query.next())
         liste.append(SpielEintrag::ausRecord(query.record()));
+    // By number, whatever order a foreign hand left in the file.
+    std::stable_sort(liste.begin(), liste.end(), [](const SpielEintrag &a, const SpielEintrag &b) {
+        return a[SpielEintrag::Zeile] < b[SpielEintrag::Zeile];
+    });
     return liste;
 }
 

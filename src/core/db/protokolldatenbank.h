@@ -54,7 +54,7 @@ public:
     // returns true, rolled back otherwise. False when anything failed.
     bool transaktion(const std::function<bool()> &arbeit);
 
-    // The rows of SpielListe in storage order.
+    // The rows of SpielListe ordered by their number.
     QVector<SpielEintrag> spiele() const;
     std::optional<ListenKopf> kopfLesen() const;
 

@@ -337,20 +337,24 @@ std::variant<XmlDaten, XmlFehler> XmlProtokoll::lesen(const QByteArray &inhalt)
     return Leser(inhalt).lesen();
 }
 
-bool XmlProtokoll::dateiSchreiben(const QString &pfad, const QString &text)
+bool XmlProtokoll::dateiSchreiben(const QString &pfad, const QString &text, QString *fehler)
 {
     QSaveFile datei(pfad);
-    if (!datei.open(QIODevice::WriteOnly | QIODevice::Text))
+    const auto gescheitert = [&] {
+        if (fehler)
+            *fehler = datei.errorString();
+        datei.cancelWriting();
         return false;
+    };
+    if (!datei.open(QIODevice::WriteOnly | QIODevice::Text))
+        return gescheitert();
     QByteArray bytes = text.toUtf8();
     bytes += '\n';
     // commit() flushes as well, but Qt 5.15 renames the file even when that last flush
     // fails (a full disk): flushing here first keeps the old copy in that case.
-    if (datei.write(bytes) != bytes.size() || !datei.flush()) {
-        datei.cancelWriting();
-        return false;
-    }
-    return datei.commit();
+    if (datei.write(bytes) != bytes.size() || !datei.flush() || !datei.commit())
+        return gescheitert();
+    return true;
 }
 
 bool XmlProtokoll::istProtokoll(const QByteArray &inhalt)

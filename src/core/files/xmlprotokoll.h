@@ -58,8 +58,9 @@ public:
 
     // Writes the text as UTF-8 plus one line end through a temporary file that replaces the
     // target only when everything was written, so a crash or a full disk never leaves half a
-    // file where the last good copy was. False when nothing was replaced.
-    static bool dateiSchreiben(const QString &pfad, const QString &text);
+    // file where the last good copy was. False when nothing was replaced; fehler then holds
+    // the system's reason.
+    static bool dateiSchreiben(const QString &pfad, const QString &text, QString *fehler = nullptr);
 
     // How the file picker tells a protocol from other XML files: the root's start tag.
     static bool istProtokoll(const QByteArray &inhalt);

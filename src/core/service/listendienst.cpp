@@ -1,8 +1,12 @@
 #include "core/service/listendienst.h"
 
+#include "core/service/einstellungen.h"
 #include "core/standings/spielmodus.h"
 
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlError>
 #include <QSqlRecord>
 #include <QSqlTableModel>
@@ -25,8 +29,10 @@ ListenKopf anfangsKopf()
 
 } // namespace
 
-ListenDienst::ListenDienst(const QString &datenVerzeichnis, QObject *parent)
-    : QObject(parent), m_datenVerzeichnis(datenVerzeichnis), m_kopf(anfangsKopf())
+ListenDienst::ListenDienst(const QString &datenVerzeichnis, const Einstellungen &einstellungen,
+                           QObject *parent)
+    : QObject(parent), m_datenVerzeichnis(datenVerzeichnis), m_einstellungen(einstellungen),
+      m_kopf(anfangsKopf())
 {
 }
 
@@ -52,12 +58,16 @@ bool ListenDienst::benutzbar() const
            m_zustand != ProtokollDatenbank::Zustand::Fremd;
 }
 
-QString ListenDienst::dbFehler()
+QString ListenDienst::fehlerText() const
 {
-    const QString grund = m_modellFehler.isEmpty() && m_db ? m_db->fehler() : m_modellFehler;
-    m_modellFehler.clear();
+    if (!benutzbar())
+        return QStringLiteral("Die Datenbank\n%1\nkann nicht benutzt werden:\n%2\nKartulo schreibt "
+                              "nicht hinein. Legen Sie die Datei beiseite (umbenennen oder "
+                              "verschieben) und waehlen Sie \"Datenbank zuruecksetzen\", um eine "
+                              "neue Liste zu beginnen.")
+            .arg(dateiName(), fehler());
     return QStringLiteral("Die Datenbank\n%1\nkann nicht geschrieben werden:\n%2")
-        .arg(dateiName(), grund);
+        .arg(dateiName(), fehler());
 }
 
 void ListenDienst::melden(ListenAenderung::Art art, int zeile)
@@ -83,13 +93,17 @@ ProtokollDatenbank::Zustand ListenDienst::oeffnen()
     return m_zustand;
 }
 
-ProtokollDatenbank::Zustand ListenDienst::zuruecksetzen()
+DienstErgebnis ListenDienst::zuruecksetzen()
 {
-    delete m_teilnehmer;
-    m_teilnehmer = nullptr;
-    if (m_db)
+    if (benutzbar()) {
+        if (const QString fehler = archivieren(); !fehler.isNull())
+            return {fehler};
+        delete m_teilnehmer;
+        m_teilnehmer = nullptr;
         m_db->zuruecksetzen();
-    return oeffnen();
+    }
+    oeffnen();
+    return {};
 }
 
 void ListenDienst::listeGeladen()
@@ -103,11 +117,8 @@ void ListenDienst::teilnehmerModellAnlegen()
     m_teilnehmer = new QSqlTableModel(this, m_db->verbindung());
     m_teilnehmer->setTable(QStringLiteral("Teilnehmer"));
     m_teilnehmer->setEditStrategy(QSqlTableModel::OnManualSubmit);
-    connect(m_teilnehmer, &QSqlTableModel::primeInsert, this, &ListenDienst::teilnehmerVorbelegen);
-    connect(m_teilnehmer, &QSqlTableModel::dataChanged, this, [this] {
-        if (!m_teilnehmerIntern)
-            melden(ListenAenderung::Teilnehmer);
-    });
+    connect(m_teilnehmer, &QSqlTableModel::dataChanged, this,
+            [this] { melden(ListenAenderung::Teilnehmer); });
     m_teilnehmer->select();
     const QStringList koepfe{QStringLiteral("MtgldNr"), QStringLiteral("Spielername"),
                              QStringLiteral("Mitglied"), QStringLiteral("Preisskat")};
@@ -115,13 +126,14 @@ void ListenDienst::teilnehmerModellAnlegen()
         m_teilnehmer->setHeaderData(spalte, Qt::Horizontal, koepfe.at(spalte));
 }
 
-bool ListenDienst::teilnehmerSpeichern()
+// Written as rows of their own rather than submitted by the model: a model that
+// has submitted believes its edits stored even when the transaction around them
+// is rolled back, and would never write them again.
+bool ListenDienst::teilnehmerSpeichern(const QVector<Teilnehmer> &teilnehmer)
 {
-    if (m_teilnehmer->submitAll())
-        return true;
-    // The model issued the statement, so the reason is the model's.
-    m_modellFehler = m_teilnehmer->lastError().text();
-    return false;
+    return m_db->teilnehmerLeeren() &&
+           std::all_of(teilnehmer.cbegin(), teilnehmer.cend(),
+                       [this](const Teilnehmer &t) { return m_db->teilnehmerEinfuegen(t); });
 }
 
 std::optional<SpielEintrag> ListenDienst::spiel(int zeile) const
@@ -155,7 +167,7 @@ void ListenDienst::kopfAendern(const ListenKopf &kopf)
 DienstErgebnis ListenDienst::kopfSchreiben()
 {
     if (!benutzbar() || !m_db->transaktion([this] { return m_db->kopfSchreiben(m_kopf); }))
-        return {dbFehler()};
+        return {fehlerText()};
     return {};
 }
 
@@ -200,46 +212,35 @@ void ListenDienst::teilnehmerVorbelegen(int zeile, QSqlRecord &record)
 
 DienstErgebnis ListenDienst::sitzeTauschen(int sitz, int nachbar)
 {
-    if (!m_teilnehmer)
-        return {dbFehler()};
-    const QSqlRecord oben = m_teilnehmer->record(sitz);
-    const QSqlRecord unten = m_teilnehmer->record(nachbar);
-    m_teilnehmerIntern = true;
-    const bool ok = m_db->transaktion([&] {
-        for (int spalte = 0; spalte < 4; ++spalte) {
-            m_teilnehmer->setData(m_teilnehmer->index(sitz, spalte), unten.value(spalte));
-            m_teilnehmer->setData(m_teilnehmer->index(nachbar, spalte), oben.value(spalte));
-            if (!teilnehmerSpeichern())
-                return false;
-        }
-        return true;
-    });
-    m_teilnehmerIntern = false;
+    QVector<Teilnehmer> liste = teilnehmer();
+    if (!benutzbar() || sitz < 0 || nachbar < 0 || sitz >= liste.size() || nachbar >= liste.size())
+        return {fehlerText()};
+    std::swap(liste[sitz], liste[nachbar]);
+    if (!m_db->transaktion([&] { return teilnehmerSpeichern(liste); }))
+        return {fehlerText()};
     m_teilnehmer->select();
-    if (!ok)
-        return {dbFehler()};
     melden(ListenAenderung::Sitzordnung);
     return {};
 }
 
 DienstErgebnis ListenDienst::listenTypSetzen(int spieler)
 {
-    if (!m_teilnehmer)
-        return {dbFehler()};
-    const int zeilen = anzahlTeilnehmer();
-    m_teilnehmerIntern = true;
-    const bool ok = m_db->transaktion([&] {
-        if (spieler == 3 && zeilen == 4)
-            return m_teilnehmer->removeRow(3) && teilnehmerSpeichern();
-        if (spieler == 4 && zeilen == 3)
-            return m_teilnehmer->insertRow(3) && teilnehmerSpeichern();
-        return true;
-    });
-    if (!ok)
-        m_teilnehmer->revertAll();
-    m_teilnehmerIntern = false;
-    if (!ok)
-        return {dbFehler()};
+    if (!benutzbar())
+        return {fehlerText()};
+    QVector<Teilnehmer> liste = teilnehmer();
+    if (spieler == 3 && liste.size() == 4) {
+        liste.removeLast();
+    } else if (spieler == 4 && liste.size() == 3) {
+        QSqlRecord neu = m_teilnehmer->record();
+        teilnehmerVorbelegen(3, neu);
+        liste.append({neu.value(0).toInt(), neu.value(1).toString(), neu.value(2).toString(),
+                      neu.value(3).toString()});
+    }
+    if (liste.size() != anzahlTeilnehmer()) {
+        if (!m_db->transaktion([&] { return teilnehmerSpeichern(liste); }))
+            return {fehlerText()};
+        m_teilnehmer->select();
+    }
     m_listenTyp = spieler;
     const bool turnier = m_kopf.modus == Spielmodus::Turnier;
     m_kopf.anzahlSpiele = turnier ? (spieler == 3 ? 36 : 48) : 10;
@@ -262,7 +263,7 @@ DienstErgebnis ListenDienst::registerErsetzen(const QVector<SpielerDatensatz> &s
                            [this](const SpielerDatensatz &s) { return m_db->spielerEintragen(s); });
     });
     if (!ok)
-        return {dbFehler()};
+        return {fehlerText()};
     return {};
 }
 
@@ -294,13 +295,15 @@ EintragErgebnis ListenDienst::spielEintragen(const SpielEintrag &spiel)
     const bool ok = benutzbar() && m_db->transaktion([&] {
         if (!m_db->einfuegen(neu))
             return false;
-        return !erstesSpiel || (m_db->kopfSchreiben(kopf) && teilnehmerSpeichern());
+        return !erstesSpiel || (m_db->kopfSchreiben(kopf) && teilnehmerSpeichern(teilnehmer()));
     });
     if (!ok) {
         ergebnis.art = EintragErgebnis::Fehler;
-        ergebnis.fehler = dbFehler();
+        ergebnis.fehler = fehlerText();
         return ergebnis;
     }
+    if (erstesSpiel)
+        m_teilnehmer->select();
     m_spiele.append(neu);
     jornalEintragen(neu, JornalEintrag::Normal);
     if (kopf != m_kopf) {
@@ -315,7 +318,7 @@ DienstErgebnis ListenDienst::spielAendern(const SpielEintrag &spiel)
 {
     const int zeile = spiel[SpielEintrag::Zeile];
     if (!benutzbar() || !m_db->transaktion([&] { return m_db->aendern(spiel); }))
-        return {dbFehler()};
+        return {fehlerText()};
     for (SpielEintrag &e : m_spiele) {
         if (e[SpielEintrag::Zeile] == zeile)
             e = spiel;
@@ -330,7 +333,7 @@ DienstErgebnis ListenDienst::spielEntfernen(int zeile)
     const std::optional<SpielEintrag> geloescht = spiel(zeile);
     const int letzte = letzteZeile();
     if (!benutzbar() || !m_db->transaktion([&] { return m_db->entfernen(zeile, letzte); }))
-        return {dbFehler()};
+        return {fehlerText()};
     if (geloescht)
         jornalEintragen(*geloescht, JornalEintrag::Geloescht);
     // The rows as the statements left them: this one gone, the later ones moved up.
@@ -351,13 +354,15 @@ DienstErgebnis ListenDienst::neuesProtokoll(int tischNr, int serie,
                                             const std::optional<QStringList> &namen)
 {
     if (!benutzbar())
-        return {dbFehler()};
-    m_teilnehmerIntern = true;
+        return {fehlerText()};
+    if (const QString fehler = archivieren(); !fehler.isNull())
+        return {fehler};
+    const QVector<Teilnehmer> bisher = teilnehmer();
     const bool ok = m_db->transaktion([&] {
         if (!m_db->spielListeLeeren() || !m_db->kopfLeeren())
             return false;
         if (!namen)
-            return teilnehmerSpeichern();
+            return teilnehmerSpeichern(bisher);
         if (!m_db->teilnehmerLeeren())
             return false;
         for (const QString &name : *namen) {
@@ -373,9 +378,8 @@ DienstErgebnis ListenDienst::neuesProtokoll(int tischNr, int serie,
         }
         return true;
     });
-    m_teilnehmerIntern = false;
     if (!ok)
-        return {dbFehler()};
+        return {fehlerText()};
     m_teilnehmer->select();
     m_spiele.clear();
     listeGeladen();
@@ -391,43 +395,109 @@ DienstErgebnis ListenDienst::neuesProtokoll(int tischNr, int serie,
 
 DienstErgebnis ListenDienst::serieStarten()
 {
-    if (!benutzbar() ||
-        !m_db->transaktion([this] { return teilnehmerSpeichern() && m_db->kopfSchreiben(m_kopf); }))
-        return {dbFehler()};
+    const QVector<Teilnehmer> liste = teilnehmer();
+    if (!benutzbar() || !m_db->transaktion([&] {
+            return teilnehmerSpeichern(liste) && m_db->kopfSchreiben(m_kopf);
+        }))
+        return {fehlerText()};
+    m_teilnehmer->select();
     jornalStarten();
     return {};
 }
 
 DienstErgebnis ListenDienst::protokollErsetzen(ListenKopf kopf,
                                                const QVector<Teilnehmer> &teilnehmer,
-                                               const QVector<SpielEintrag> &spiele)
+                                               QVector<SpielEintrag> spiele)
 {
+    if (!benutzbar())
+        return {fehlerText()};
     if (!kopf.datum.isValid())
         kopf.datum = QDate::currentDate();
     // A file keeps no Bierlachs points.
     kopf.blPunkte = 0;
-    const bool ok = benutzbar() && m_db->transaktion([&] {
-        if (!m_db->spielListeLeeren() || !m_db->kopfSchreiben(kopf) || !m_db->teilnehmerLeeren())
+    DienstErgebnis ergebnis;
+    for (int i = 0; i < spiele.size(); ++i) {
+        if (spiele.at(i)[SpielEintrag::Zeile] == i + 1)
+            continue;
+        for (int j = 0; j < spiele.size(); ++j)
+            spiele[j].setze(SpielEintrag::Zeile, j + 1);
+        ergebnis.hinweis = QStringLiteral("Die Spielnummern der Datei waren doppelt oder "
+                                          "lueckenhaft; die Spiele sind in der Reihenfolge der "
+                                          "Datei neu nummeriert (1 bis %1).")
+                               .arg(spiele.size());
+        break;
+    }
+    if (const QString fehler = archivieren(); !fehler.isNull())
+        return {fehler};
+    const bool ok = m_db->transaktion([&] {
+        if (!m_db->spielListeLeeren() || !m_db->kopfSchreiben(kopf) ||
+            !teilnehmerSpeichern(teilnehmer))
             return false;
-        for (const Teilnehmer &t : teilnehmer) {
-            if (!m_db->teilnehmerEinfuegen(t))
-                return false;
-        }
-        for (const SpielEintrag &spiel : spiele) {
-            if (!m_db->einfuegen(spiel))
-                return false;
-        }
-        return true;
+        return std::all_of(spiele.cbegin(), spiele.cend(),
+                           [this](const SpielEintrag &spiel) { return m_db->einfuegen(spiel); });
     });
     if (!ok)
-        return {dbFehler()};
+        return {fehlerText()};
     m_teilnehmer->select();
     m_spiele = spiele;
     m_kopf = kopf;
     listeGeladen();
     jornalFortsetzen();
     melden(ListenAenderung::ListeNeu);
-    return {};
+    return ergebnis;
+}
+
+XmlDaten ListenDienst::protokollDaten() const
+{
+    XmlDaten daten;
+    daten.kopf = m_kopf;
+    daten.kosten = m_einstellungen.kosten();
+    daten.verein = m_einstellungen.vereinsname();
+    daten.spieler = teilnehmer();
+    daten.spiele = m_spiele;
+    return daten;
+}
+
+DienstErgebnis ListenDienst::xmlSpeichern(const QString &pfad) const
+{
+    QString grund;
+    if (XmlProtokoll::dateiSchreiben(pfad, XmlProtokoll::schreiben(protokollDaten()), &grund))
+        return {};
+    return {QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden:\n%2").arg(pfad, grund)};
+}
+
+DienstErgebnis ListenDienst::sicherungSchreiben() const
+{
+    QDir().mkpath(m_datenVerzeichnis);
+    return xmlSpeichern(QStringLiteral("%1/xmlsicherheitskopie.xml").arg(m_datenVerzeichnis));
+}
+
+QString ListenDienst::archivVerzeichnis() const
+{
+    return QStringLiteral("%1/archiv").arg(m_datenVerzeichnis);
+}
+
+QString ListenDienst::archivieren() const
+{
+    if (m_spiele.isEmpty())
+        return QString();
+    const QString verzeichnis = archivVerzeichnis();
+    QDir().mkpath(verzeichnis);
+    const QDate datum = m_kopf.datum.isValid() ? m_kopf.datum : QDate::currentDate();
+    const QString stamm = QStringLiteral("%1/Skat%2_S%3_T%4_%5")
+                              .arg(verzeichnis, datum.toString(Qt::ISODate))
+                              .arg(m_kopf.serie)
+                              .arg(m_kopf.tischNr)
+                              .arg(QTime::currentTime().toString(QStringLiteral("HH-mm-ss")));
+    QString pfad = stamm + QStringLiteral(".xml");
+    for (int nummer = 2; QFileInfo::exists(pfad); ++nummer)
+        pfad = QStringLiteral("%1_%2.xml").arg(stamm).arg(nummer);
+    const DienstErgebnis ergebnis = xmlSpeichern(pfad);
+    if (ergebnis.ok())
+        return QString();
+    return QStringLiteral("Die Liste wird nicht geleert, denn sie kann nicht archiviert "
+                          "werden.\n%1")
+        .arg(ergebnis.fehler);
 }
 
 void ListenDienst::jornalStarten()

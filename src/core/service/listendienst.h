@@ -8,6 +8,7 @@
 
 #include "core/db/protokolldatenbank.h"
 #include "core/files/skatjornal.h"
+#include "core/files/xmlprotokoll.h"
 
 #include <QObject>
 #include <QStringList>
@@ -16,6 +17,7 @@
 #include <memory>
 #include <optional>
 
+class Einstellungen;
 class QAbstractItemModel;
 class QSqlRecord;
 class QSqlTableModel;
@@ -36,10 +38,12 @@ struct ListenAenderung
     int zeile = 0;
 };
 
-// What an operation answers: nothing, or why it did not happen.
+// What an operation answers: nothing, or why it did not happen; and what the
+// scorer should know although it worked.
 struct DienstErgebnis
 {
     QString fehler;
+    QString hinweis;
     bool ok() const { return fehler.isNull(); }
 };
 
@@ -61,17 +65,25 @@ class ListenDienst : public QObject
     Q_OBJECT
 
 public:
-    explicit ListenDienst(const QString &datenVerzeichnis, QObject *parent = nullptr);
+    // The settings give the costs and the club name that protocol files carry.
+    ListenDienst(const QString &datenVerzeichnis, const Einstellungen &einstellungen,
+                 QObject *parent = nullptr);
     ~ListenDienst() override;
 
     // Opens kartulo.db and loads what it holds. The list is usable unless the
     // answer is Unbenutzbar or Fremd; fehler() then says why.
     ProtokollDatenbank::Zustand oeffnen();
-    // Drops the tables and opens the empty database again.
-    ProtokollDatenbank::Zustand zuruecksetzen();
+    ProtokollDatenbank::Zustand zustand() const { return m_zustand; }
+    // Archives the list, drops the tables and opens the empty database again.
+    // A database that was not usable is only opened again, never written, so
+    // that a file moved aside makes room for a fresh one.
+    DienstErgebnis zuruecksetzen();
     QString dateiName() const;
     QString fehler() const;
     bool benutzbar() const;
+    // Why the list cannot be written now, for the scorer: the file and the
+    // driver's reason, and for a file that is not usable what to do about it.
+    QString fehlerText() const;
 
     // The games in the order they are stored.
     const QVector<SpielEintrag> &spiele() const { return m_spiele; }
@@ -118,35 +130,44 @@ public:
     DienstErgebnis spielEntfernen(int zeile);
     // Empties list and header for table and series; with namen, the
     // participants become those players (registered when new), else they stay.
+    // A list holding games is archived first.
     DienstErgebnis neuesProtokoll(int tischNr, int serie, const std::optional<QStringList> &namen);
     // Stores participants and header and begins the journal of the series.
     DienstErgebnis serieStarten();
     // Replaces list, header and participants by those of a protocol file and
-    // continues its journal. The registry stays.
+    // continues its journal; the list it replaces is archived. Games whose
+    // numbers repeat or skip are numbered in file order, and the answer's
+    // hinweis says so. The registry stays.
     DienstErgebnis protokollErsetzen(ListenKopf kopf, const QVector<Teilnehmer> &teilnehmer,
-                                     const QVector<SpielEintrag> &spiele);
+                                     QVector<SpielEintrag> spiele);
+
+    // The whole list as a protocol file holds it.
+    XmlDaten protokollDaten() const;
+    DienstErgebnis xmlSpeichern(const QString &pfad) const;
+    // The copy every few minutes, "xmlsicherheitskopie.xml" in the data directory.
+    DienstErgebnis sicherungSchreiben() const;
+    // Where lists are archived before they are emptied.
+    QString archivVerzeichnis() const;
 
 signals:
     void geaendert(const ListenAenderung &aenderung);
 
 private:
     void teilnehmerModellAnlegen();
-    bool teilnehmerSpeichern();
+    bool teilnehmerSpeichern(const QVector<Teilnehmer> &teilnehmer);
+    // Writes a list holding games into the archive; the reason when it could not.
+    QString archivieren() const;
     void listeGeladen();
     void melden(ListenAenderung::Art art, int zeile = 0);
     void jornalFortsetzen();
     void jornalStarten();
     void jornalEintragen(const SpielEintrag &spiel, int status);
-    QString dbFehler();
 
     QString m_datenVerzeichnis;
+    const Einstellungen &m_einstellungen;
     std::unique_ptr<ProtokollDatenbank> m_db;
     ProtokollDatenbank::Zustand m_zustand = ProtokollDatenbank::Zustand::Unbenutzbar;
     QSqlTableModel *m_teilnehmer = nullptr;
-    // Set while the list changes the participants itself, so that the model's
-    // own signals are not announced as edits.
-    bool m_teilnehmerIntern = false;
-    QString m_modellFehler;
     QVector<SpielEintrag> m_spiele;
     ListenKopf m_kopf;
     int m_listenTyp = 4;
