@@ -111,8 +111,9 @@ void TstDateiFenster::blattUndSpeichern()
         QCOMPARE(antworten.titel.mid(4) + antworten.texte.mid(4),
                  modus == 2 ? QStringList() : QStringList({"INFO", "Datei\n" + pdf}));
         QFile blatt(pdf);
-        QCOMPARE(blatt.open(QIODevice::ReadOnly) && blatt.readAll().startsWith("%PDF-"),
-                 modus != 2);
+        const QByteArray inhalt = blatt.open(QIODevice::ReadOnly) ? blatt.readAll() : "";
+        // One A4 page, portrait.
+        QCOMPARE(inhalt.startsWith("%PDF-") && inhalt.count("/MediaBox [0 0 595") == 1, modus != 2);
         QCOMPARE(QFile::exists(QString(pdf).replace(".pdf", ".xml")), modus != 2);
     }
 }
@@ -159,14 +160,40 @@ void TstDateiFenster::speichernUndLaden()
         QTRY_VERIFY(!fenster.findChild<DockFileView *>());
         QCOMPARE(inhalt(), qstrcmp(datei, "xmlsicherheitskopie.xml") == 0 ? abend : gekuerzt);
     }
+    // A new protocol leaves the list in the archive, where the picker finds it.
+    kind<QAction>(&fenster, "actionNeu")->trigger();
+    kind<QCheckBox>(&fenster, "chkSpielerBeibehalten")->setChecked(true);
+    klick(&fenster, "pbOk");
+    QCOMPARE(zeilen("SpielListe"), 0);
+    kind<QAction>(&fenster, "actionLaden")->trigger();
+    auto *ansicht = fenster.findChild<DockFileView *>()->findChild<QTreeView *>();
+    const QModelIndex archiviert = ansicht->model()->index(ansicht->model()->rowCount() - 1, 0);
+    QVERIFY2(archiviert.data().toString().startsWith("archiv/Skat2026-11-20_S2_T5_"),
+             qPrintable(archiviert.data().toString()));
+    ansicht->doubleClicked(archiviert);
+    QTRY_VERIFY(!fenster.findChild<DockFileView *>());
+    QCOMPARE(inhalt(), abend);
     // Saving and cancelling said nothing; the full list loaded ends the round.
-    QCOMPARE(antworten.titel, QStringList({"WARNUNG", "INFORMATION"}));
+    QCOMPARE(antworten.titel.mid(0, 2), QStringList({"WARNUNG", "INFORMATION"}));
     QVERIFY2(
         antworten.texte.first().contains("/kaputt.xml\nist kein lesbares Protokoll.\nZeile 5:"),
         qPrintable(antworten.texte.first()));
     QCOMPARE(antworten.texte.last(), QStringLiteral("Rundenende erreicht!"));
     QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("XML-Liste Tisch 5"));
     QCOMPARE(kind<QTableView>(&fenster, "tblViewUebersicht")->model()->rowCount(), 48);
+
+    // A folder where a file should go: each save names its file and the reason.
+    antworten.texte.clear();
+    for (const char *endung : {".pdf", ".xml"})
+        QVERIFY(QFile::remove(name + endung) && QDir().mkdir(name + endung));
+    fenster.onSaveListe(false);
+    QCOMPARE(antworten.texte.size(), 2);
+    for (const QString &meldung : antworten.texte)
+        QVERIFY2(QRegularExpression("^Die Datei\n.*/Skat20-11-2026_S2_T5\\.(pdf|xml)\n"
+                                    "kann nicht geschrieben werden:\n.+")
+                     .match(meldung)
+                     .hasMatch(),
+                 qPrintable(meldung));
 }
 
 KARTULO_TEST_MAIN(TstDateiFenster)

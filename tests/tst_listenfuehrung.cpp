@@ -43,6 +43,7 @@ private slots:
     void ganzeListe_data();
     void ganzeListe();
     void ablehnungen();
+    void gesperrt();
     void wartezeit();
     void korrigieren();
     void reizungsDock();
@@ -108,6 +109,35 @@ void TstListenfuehrung::ablehnungen()
     QCOMPARE(zeilen("SpielListe"), 0);
 }
 
+// A game that cannot be stored while another program holds the database is reported
+// with file and reason and stays on the panel; nothing moves on until it is stored.
+void TstListenfuehrung::gesperrt()
+{
+    QVERIFY(anlegen(4, 48));
+    MainWindow fenster;
+    MeldungsBeantworter antworten;
+    eingeben(&fenster, spielNummer(1, 4));
+    const QString status = fenster.statusBar()->currentMessage();
+    antworten.texte.clear();
+    {
+        Sperre sperre(Sperre::Schreiben);
+        QVERIFY(sperre.gehalten());
+        eingeben(&fenster, spielNummer(2, 4));
+    }
+    QCOMPARE(antworten.texte.size(), 2);
+    QVERIFY2(antworten.texte.last().contains(TestUmgebung::datenbankDatei()) &&
+                 antworten.texte.last().contains("locked"),
+             qPrintable(antworten.texte.last()));
+    QCOMPARE(fenster.statusBar()->currentMessage(), status);
+    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 1);
+    QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
+    QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
+    klick(&fenster, "pbInListeEintragen");
+    QCOMPARE(antworten.texte.mid(2).value(1), QStringLiteral("Geber Clara"));
+    QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11}));
+    QCOMPARE(spalte("SpielListe", "Spieler3"), QList<int>({0, 22}));
+}
+
 // Fertig starts the wait timer, which enters the game by itself; a "No" to the
 // question keeps the game on the panel for another try.
 void TstListenfuehrung::wartezeit()
@@ -154,6 +184,9 @@ void TstListenfuehrung::korrigieren()
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
     QVERIFY(kind<QToolButton>(&fenster, "tbSpieler3")->isChecked());
     QCOMPARE(text(&fenster, "leReizwert"), QStringLiteral("20"));
+    auto *korrektur = kind<QGroupBox>(&fenster, "gbKorrektur");
+    QVERIFY(!korrektur->isHidden());
+    QCOMPARE(kind<QLabel>(&fenster, "lblKorrektur")->text(), QStringLiteral("Korrektur Spiel 2"));
     // A correction may name the present dealer, Bernd, as declarer.
     QVERIFY(kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
     for (const char *name : {"tbVerloren", "tbSpieler2", "pbFertig"})
@@ -163,6 +196,7 @@ void TstListenfuehrung::korrigieren()
     QCOMPARE(spalte("SpielListe", "Spieler2"), QList<int>({20, -44, 0, 0, 23}));
     QCOMPARE(spalte("SpielListe", "Spieler3"), QList<int>({0, 0, 0, 0, 0}));
     QCOMPARE(uebersicht(fenster)->index(1, 13).data().toString(), QStringLiteral("-44"));
+    QVERIFY(korrektur->isHidden());
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
 
     tabelle->setCurrentIndex(uebersicht(fenster)->index(2, 2));
@@ -175,9 +209,17 @@ void TstListenfuehrung::korrigieren()
     QCOMPARE(uebersicht(fenster)->rowCount(), 4);
     QCOMPARE(uebersicht(fenster)->index(3, 0).data().toString(), QStringLiteral("4"));
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler1")->isEnabled());
-    // The next new game follows on as game 5.
+    // A correction given up leaves the game; the next new game follows on as game 5.
+    tabelle->setCurrentIndex(uebersicht(fenster)->index(0, 0));
+    fenster.onSpielEintragBearbeiten();
+    QVERIFY(!korrektur->isHidden());
+    klick(&fenster, "pbKorrekturAbbrechen");
+    QVERIFY(korrektur->isHidden());
+    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 4);
+    QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler1")->isEnabled());
     eingeben(&fenster, Spiel{"tbKaro", 1, true, ""});
     QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4, 5}));
+    QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11, 24, 23, 9}));
 }
 
 void TstListenfuehrung::reizungsDock()

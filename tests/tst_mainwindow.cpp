@@ -1,6 +1,7 @@
 // The main window as a scorer meets it: first start and closing, a restart with
 // a saved protocol or a running time limit, the reset, and a damaged database.
 
+#include "app/files/dockfileview.h"
 #include "app/mainwindow.h"
 #include "core/db/statements.h"
 #include "helpers/fensterhilfe.h"
@@ -165,14 +166,27 @@ void TstMainWindow::beschaedigteDatenbank()
     QFile datei(TestUmgebung::datenbankDatei());
     QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
     datei.close();
+    QVERIFY(QFile::copy(QFINDTESTDATA("data/protokoll48.xml"),
+                        TestUmgebung::datenVerzeichnis() + "/protokoll.xml"));
     MeldungsBeantworter antworten;
     {
         MainWindow fenster;
         QCOMPARE(antworten.titel, QStringList{"WARNUNG"});
         QVERIFY(antworten.texte.first().contains(TestUmgebung::datenbankDatei()));
         QCOMPARE(zustand(fenster), QStringLiteral("tabBeschreibung 1000 -1 -1 -1 -1 0 0"));
-        // A reset, answered "Yes", must not touch the file either.
+        QVERIFY(fenster.statusBar()->currentMessage().contains("beiseite"));
+        // Every action, each answered "Yes", is refused and leaves the file alone.
+        klick(&fenster, "pbStartSpiel");
+        kind<QAction>(&fenster, "actionNeu")->trigger();
+        klick(&fenster, "pbOk");
+        kind<QAction>(&fenster, "actionLaden")->trigger();
+        klick(fenster.findChild<DockFileView *>(), "pbOk");
         kind<QAction>(&fenster, "actionDatenbankZuruecksetzen")->trigger();
+        QVERIFY(fenster.close());
+        QCOMPARE(antworten.titel, QStringList({"WARNUNG", "FRAGE", "WARNUNG", "FRAGE", "WARNUNG",
+                                               "WARNUNG", "FRAGE", "WARNUNG", "FRAGE"}));
+        QVERIFY(antworten.texte.at(5).contains("/protokoll.xml\nkonnte nicht"));
+        QCOMPARE(zustand(fenster), QStringLiteral("tabBeschreibung 1000 -1 -1 -1 -1 0 0"));
     }
     QVERIFY(datei.open(QIODevice::ReadOnly));
     QCOMPARE(datei.readAll(), inhalt);

@@ -98,13 +98,18 @@ void TstProtokoll::neuesProtokoll()
     // Fewer than three names are taken, with a warning.
     neuSeite(fenster, {"Anna", "Bernd"}, "pbOk");
     QCOMPARE(teilnehmer(fenster), QStringList({"Anna", "Bernd"}));
+    // A series of two is not started.
+    klick(&fenster, "pbStartSpiel");
+    QVERIFY(!tabs->isTabEnabled(2) && zeilen("Settings") == 0);
     // Empty fields are skipped.
     neuSeite(fenster, {"Dora", "", "Anna", "Bernd"}, "pbOk");
-    QCOMPARE(antworten.titel, QStringList({"FRAGE", "FRAGE", "WARNUNG", "WARNUNG", "FRAGE"}));
-    QCOMPARE(
-        antworten.texte.mid(2),
-        QStringList({"Das Zeichen \":\" ist in Spielernamen nicht erlaubt.",
-                     "es muessen mindestens 3 Spieler eingetragen werden!", "Neues Protokoll?"}));
+    QCOMPARE(antworten.titel,
+             QStringList({"FRAGE", "FRAGE", "WARNUNG", "WARNUNG", "FRAGE", "WARNUNG", "FRAGE"}));
+    const QString zuWenige = QStringLiteral("es muessen mindestens 3 Spieler eingetragen werden!");
+    QCOMPARE(antworten.texte.mid(2),
+             QStringList({"Das Zeichen \":\" ist in Spielernamen nicht erlaubt.", zuWenige,
+                          "Sind Mitglied- und Preisskat-Eintragungen korrekt?\nSerie Starten?",
+                          zuWenige, "Neues Protokoll?"}));
     QCOMPARE(teilnehmer(fenster), QStringList({"Dora", "Anna", "Bernd"}));
     QCOMPARE(seite(), QStringLiteral("tabEinstellungen"));
     QCOMPARE(tabs->indexOf(kind<QWidget>(&fenster, "tabNeu")), -1);
@@ -120,7 +125,7 @@ void TstProtokoll::neuesProtokoll()
         gruppe->setEditText(QLatin1String(text));
         QCOMPARE(gruppe->currentText(), QStringLiteral("Herr's"));
     }
-    QCOMPARE(antworten.titel.mid(5), QStringList({"WARNUNG", "WARNUNG", "WARNUNG"}));
+    QCOMPARE(antworten.titel.mid(7), QStringList({"WARNUNG", "WARNUNG", "WARNUNG"}));
 
     antworten.antworte(QMessageBox::No);
     start->click();

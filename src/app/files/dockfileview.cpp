@@ -21,13 +21,17 @@ DockFileView::DockFileView(const QString &verzeichnis, QWidget *parent)
 
     m_dateien = new QStandardItemModel(this);
     m_dateien->setHorizontalHeaderLabels({QStringLiteral("Namen")});
-    // Newest first: the list of the evening is usually the one wanted.
-    const QFileInfoList eintraege =
-        QDir(verzeichnis).entryInfoList({QStringLiteral("*.xml")}, QDir::Files, QDir::Time);
-    for (const QFileInfo &eintrag : eintraege) {
-        QFile datei(eintrag.filePath());
-        if (datei.open(QIODevice::ReadOnly) && XmlProtokoll::istProtokoll(datei.readAll()))
-            m_dateien->appendRow(new QStandardItem(eintrag.fileName()));
+    // Newest first: the list of the evening is usually the one wanted. The
+    // archived lists follow, named by their folder.
+    for (const QString &ordner : {QString(), QStringLiteral("archiv/")}) {
+        const QFileInfoList eintraege =
+            QDir(verzeichnis + QLatin1Char('/') + ordner)
+                .entryInfoList({QStringLiteral("*.xml")}, QDir::Files, QDir::Time);
+        for (const QFileInfo &eintrag : eintraege) {
+            QFile datei(eintrag.filePath());
+            if (datei.open(QIODevice::ReadOnly) && XmlProtokoll::istProtokoll(datei.readAll()))
+                m_dateien->appendRow(new QStandardItem(ordner + eintrag.fileName()));
+        }
     }
     m_ansicht = new QTreeView(inhalt);
     m_ansicht->setObjectName(QStringLiteral("tvDateien"));

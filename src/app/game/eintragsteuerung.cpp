@@ -63,6 +63,8 @@ EintragSteuerung::EintragSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Wer
     connect(&m_wartenTimer, &QTimer::timeout, this, &EintragSteuerung::spielInListeEintragen);
     connect(m_ui.pbInListeEintragen, &QPushButton::clicked, this,
             &EintragSteuerung::spielInListeEintragen);
+    connect(m_ui.pbKorrekturAbbrechen, &QPushButton::clicked, this,
+            &EintragSteuerung::korrekturAbbrechen);
     connect(m_pbReizung, &QPushButton::clicked, this, &EintragSteuerung::onDockReizung);
 
     m_ui.tblViewUebersicht->addAction(m_ui.actionEintragAendern);
@@ -128,8 +130,30 @@ void EintragSteuerung::listeGeaendert(const ListenAenderung &aenderung)
     m_ui.tbSpieler4->setVisible(m_dienst.listenTyp() == 4);
     if (aenderung.art == ListenAenderung::ListeNeu) {
         m_aktuellesSpiel = SpielEintrag();
-        m_bearbeitungsModus = false;
+        korrekturBeenden();
     }
+    // The game on the panel may be gone or have another number now.
+    if (aenderung.art == ListenAenderung::SpielEntfernt && m_bearbeitungsModus)
+        korrekturAbbrechen();
+}
+
+void EintragSteuerung::korrekturBeenden()
+{
+    m_bearbeitungsModus = false;
+    m_ui.gbKorrektur->hide();
+}
+
+void EintragSteuerung::korrekturAbbrechen()
+{
+    m_wartenTimer.stop();
+    korrekturBeenden();
+    panelZuruecksetzen();
+    m_aktuellesSpiel = SpielEintrag();
+    m_leReizwert->clear();
+    m_ui.leSpielBeschreibung->clear();
+    m_ui.lcdNumber->display(m_dienst.letzteZeile());
+    spielerKnoepfeFreigeben();
+    m_fenster->statusBar()->showMessage(QStringLiteral("Korrektur abgebrochen"), 5000);
 }
 
 void EintragSteuerung::onSchneider(bool gesetzt)
@@ -276,6 +300,10 @@ void EintragSteuerung::panelZuruecksetzen()
 void EintragSteuerung::spielInPanel(const SpielEintrag &eintrag)
 {
     m_bearbeitungsModus = true;
+    // Whatever is entered next overwrites this game, so the scorer must see it.
+    m_ui.lblKorrektur->setText(
+        QStringLiteral("Korrektur Spiel %1").arg(eintrag[SpielEintrag::Zeile]));
+    m_ui.gbKorrektur->show();
     m_ui.lcdNumber->display(eintrag[SpielEintrag::Zeile]);
     panelStellungAnwenden(Spielangaben::ausEintrag(eintrag));
 }
@@ -332,7 +360,7 @@ bool EintragSteuerung::eintragen()
             nichtGespeichert(ergebnis.fehler);
             return false;
         }
-        m_bearbeitungsModus = false;
+        korrekturBeenden();
         return true;
     }
     const EintragErgebnis ergebnis = m_dienst.spielEintragen(m_aktuellesSpiel);

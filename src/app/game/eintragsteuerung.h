@@ -51,6 +51,8 @@ public:
     void onSpielEintragLoeschen();
     void onDockReizung();
     void onSelectedReizWert(int wert);
+    // Leaves the stored game as it is; the next game is appended again.
+    void korrekturAbbrechen();
 
     // The dealer line has arrived: frees the declarer buttons and shows it,
     // or tells that the round is complete.
@@ -78,6 +80,7 @@ private:
     void panelStellungAnwenden(const Spielangaben &angaben);
     void nullKnoepfeSperren(bool gesperrt);
     void panelZuruecksetzen();
+    void korrekturBeenden();
     void spielerKnoepfeBeschriften();
     void spielerKnoepfeFreigeben();
     bool eintragen();

@@ -317,10 +317,10 @@ QString BlattSteuerung::pdfSpeichern(bool frageDateiname)
     if (frageDateiname)
         QMessageBox::information(m_fenster, QStringLiteral("INFO"),
                                  QStringLiteral("Datei\n%1").arg(pdfPfad), QMessageBox::Ok);
-    if (!pdfSchreiben(m_ui.gvSpieleListe, pdfPfad))
-        QMessageBox::warning(
-            m_fenster, QStringLiteral("WARNUNG"),
-            QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden.").arg(pdfPfad));
+    if (const QString grund = pdfSchreiben(m_ui.gvSpieleListe, pdfPfad); !grund.isEmpty())
+        QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"),
+                             QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden:\n%2")
+                                 .arg(pdfPfad, grund));
     return QStringLiteral("%1/%2").arg(
         verzeichnis, QString(name).replace(QLatin1String(".pdf"), QLatin1String(".xml")));
 }

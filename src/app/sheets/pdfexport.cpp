@@ -6,32 +6,40 @@
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
-#include <QPrinter>
+#include <QPdfWriter>
+#include <QSaveFile>
 
-bool pdfSchreiben(QGraphicsView *ansicht, const QString &pfad)
+QString pdfSchreiben(QGraphicsView *ansicht, const QString &pfad)
 {
     if (!ansicht || !ansicht->scene())
-        return false;
-
-    QPrinter drucker(QPrinter::ScreenResolution);
-    drucker.setOutputFileName(pfad);
-    drucker.setPageOrientation(QPageLayout::Portrait);
-    drucker.setPageSize(QPageSize(QPageSize::A4));
-    drucker.setOutputFormat(QPrinter::PdfFormat);
-    drucker.setPageMargins(QMarginsF(0, 0, 0, 0), QPageLayout::Point);
-
-    QPainter maler;
-    if (!maler.begin(&drucker))
-        return false;
-    const int breite = drucker.width();
-    const int hoehe = drucker.height();
-    maler.setViewport(0, 0, breite, hoehe);
-    // The whole scene as the view maps it, so the page shows the full sheet
-    // whatever part of it is scrolled into view.
-    const QRect quelle = ansicht->mapFromScene(ansicht->scene()->sceneRect()).boundingRect();
-    ansicht->render(&maler, QRectF(0, 0, breite, hoehe), quelle, Qt::KeepAspectRatio);
-    maler.end();
-    return true;
+        return QStringLiteral("Es ist kein Blatt zu sehen.");
+    QSaveFile datei(pfad);
+    if (!datei.open(QIODevice::WriteOnly))
+        return datei.errorString();
+    {
+        QPdfWriter schreiber(&datei);
+        schreiber.setResolution(ansicht->logicalDpiX());
+        schreiber.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
+                                            QMarginsF(0, 0, 0, 0), QPageLayout::Point));
+        QPainter maler;
+        if (!maler.begin(&schreiber)) {
+            datei.cancelWriting();
+            return QStringLiteral("Die Seite kann nicht gezeichnet werden.");
+        }
+        const int breite = schreiber.width();
+        const int hoehe = schreiber.height();
+        maler.setViewport(0, 0, breite, hoehe);
+        // The whole scene as the view maps it, so the page shows the full sheet
+        // whatever part of it is scrolled into view.
+        const QRect quelle = ansicht->mapFromScene(ansicht->scene()->sceneRect()).boundingRect();
+        ansicht->render(&maler, QRectF(0, 0, breite, hoehe), quelle, Qt::KeepAspectRatio);
+        maler.end();
+    }
+    // Flushed before the commit, which would otherwise replace the old file even
+    // when the last bytes did not reach the disk.
+    if (!datei.flush() || !datei.commit())
+        return datei.errorString();
+    return QString();
 }
 
 QString pdfDateiName(const QDate &datum, int serie, int tischNr)

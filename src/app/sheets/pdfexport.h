@@ -8,10 +8,10 @@
 class QDate;
 class QGraphicsView;
 
-// Renders what the view shows of its scene into the PDF at pfad, replacing
-// an existing file. False when the file cannot be opened for painting or the
-// view has no scene.
-bool pdfSchreiben(QGraphicsView *ansicht, const QString &pfad);
+// Renders what the view shows of its scene into the PDF at pfad. The old file
+// is replaced only by a complete new one. Empty when it worked, else the
+// reason.
+QString pdfSchreiben(QGraphicsView *ansicht, const QString &pfad);
 
 // "Skat<dd-MM-yyyy>_S<serie>_T<tisch>.pdf", e.g. Skat14-11-2026_S2_T5.pdf.
 QString pdfDateiName(const QDate &datum, int serie, int tischNr);

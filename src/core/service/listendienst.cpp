@@ -396,9 +396,13 @@ DienstErgebnis ListenDienst::neuesProtokoll(int tischNr, int serie,
 DienstErgebnis ListenDienst::serieStarten()
 {
     const QVector<Teilnehmer> liste = teilnehmer();
-    if (!benutzbar() || !m_db->transaktion([&] {
-            return teilnehmerSpeichern(liste) && m_db->kopfSchreiben(m_kopf);
-        }))
+    if (!benutzbar())
+        return {fehlerText()};
+    if (std::count_if(liste.cbegin(), liste.cend(),
+                      [](const Teilnehmer &t) { return !t.name.trimmed().isEmpty(); }) < 3)
+        return {QStringLiteral("es muessen mindestens 3 Spieler eingetragen werden!")};
+    if (!m_db->transaktion(
+            [&] { return teilnehmerSpeichern(liste) && m_db->kopfSchreiben(m_kopf); }))
         return {fehlerText()};
     m_teilnehmer->select();
     jornalStarten();

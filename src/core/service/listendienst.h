@@ -42,6 +42,10 @@ struct ListenAenderung
 // scorer should know although it worked.
 struct DienstErgebnis
 {
+    DienstErgebnis() = default;
+    // A failure, with its reason.
+    DienstErgebnis(const QString &grund) : fehler(grund) {}
+
     QString fehler;
     QString hinweis;
     bool ok() const { return fehler.isNull(); }
@@ -132,7 +136,8 @@ public:
     // participants become those players (registered when new), else they stay.
     // A list holding games is archived first.
     DienstErgebnis neuesProtokoll(int tischNr, int serie, const std::optional<QStringList> &namen);
-    // Stores participants and header and begins the journal of the series.
+    // Stores participants and header and begins the journal of the series;
+    // refused while fewer than three participants have a name.
     DienstErgebnis serieStarten();
     // Replaces list, header and participants by those of a protocol file and
     // continues its journal; the list it replaces is archived. Games whose
