@@ -2,6 +2,7 @@
 // announcement, and that a change that cannot be stored leaves database,
 // memory and journal as they were; and the settings store.
 
+#include "core/db/statements.h"
 #include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
 #include "core/standings/spielmodus.h"
@@ -98,6 +99,7 @@ private slots:
     void init();
     void oeffnen_data();
     void oeffnen();
+    void halbAngelegt();
     void eintragen();
     void listenEnde_data();
     void listenEnde();
@@ -188,6 +190,17 @@ void TstListenDienst::oeffnen()
     QFile datei(TestUmgebung::datenbankDatei());
     if (!inhalt.isEmpty() && datei.open(QIODevice::ReadOnly))
         QCOMPARE(datei.readAll(), inhalt);
+}
+
+// A first start that died while it made the tables left some of them: the others are
+// made, and the list can be kept.
+void TstListenDienst::halbAngelegt()
+{
+    QVERIFY(sql({Sql::CreateSpielListe}));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
+    QCOMPARE(dienst.oeffnen(), Zustand::OhneSpieler);
+    QVERIFY(dienst.neuesProtokoll(1, 1, QStringList{"Eva", "Fritz", "Gerd"}).ok());
+    QCOMPARE(zeilen("Spieler"), 3);
 }
 
 void TstListenDienst::eintragen()

@@ -105,11 +105,21 @@ ProtokollDatenbank::Zustand ProtokollDatenbank::oeffnen()
         schliessen();
         return Zustand::Fremd;
     }
-    if (m_db.record(QStringLiteral("SpielListe")).isEmpty()) {
-        for (const TabellenForm &form : tabellen())
-            ausfuehren(QLatin1String(form.create));
-        return Zustand::Neu;
+    // All missing tables in one transaction: a crash while they are made must not
+    // leave a file with some of them, which would open but never take a list.
+    const bool neu = m_db.record(QStringLiteral("SpielListe")).isEmpty();
+    const bool angelegt = transaktion([this] {
+        return std::all_of(tabellen().cbegin(), tabellen().cend(), [this](const TabellenForm &f) {
+            return !m_db.record(QLatin1String(f.name)).isEmpty() ||
+                   ausfuehren(QLatin1String(f.create));
+        });
+    });
+    if (!angelegt) {
+        schliessen();
+        return Zustand::Unbenutzbar;
     }
+    if (neu)
+        return Zustand::Neu;
     QSqlQuery query(m_db);
     query.exec(QStringLiteral("SELECT * FROM Spieler"));
     if (query.isActive() && !query.next())
