@@ -109,6 +109,7 @@ private slots:
     void schreibfehler();
     void gesperrt_data();
     void gesperrt();
+    void besetztBeimOeffnen();
     void neuesProtokoll();
     void protokollErsetzen();
     void archiv_data();
@@ -439,6 +440,26 @@ void TstListenDienst::gesperrt()
     QVERIFY(versuchen().isNull());
     QCOMPARE(spalte("Teilnehmer", "Name = 'Anja'"), QList<int>({1, 0, 0}));
     QCOMPARE(zeilen("SpielListe"), start ? 0 : 1);
+}
+
+// A database another program holds at start is not taken for a foreign one: the scorer is
+// told to end that program, and a reset afterwards opens the list as it was.
+void TstListenDienst::besetztBeimOeffnen()
+{
+    QVERIFY(anlegen(3, 36));
+    QVERIFY(sql({spiel(1, 24).insertStatement()}));
+    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
+    {
+        Sperre sperre(Sperre::Ausschliesslich);
+        QVERIFY(sperre.gehalten());
+        QCOMPARE(dienst.oeffnen(), Zustand::Unbenutzbar);
+        QVERIFY2(dienst.fehlerText().contains(QLatin1String("anderen Programm")) &&
+                     dienst.ausweg().startsWith(QLatin1String("Beenden Sie")),
+                 qPrintable(dienst.fehlerText()));
+    }
+    QVERIFY(dienst.zuruecksetzen().ok());
+    QCOMPARE(dienst.zustand(), Zustand::Gespeichert);
+    QCOMPARE(dienst.spiele().size(), 1);
 }
 
 void TstListenDienst::neuesProtokoll()

@@ -168,9 +168,7 @@ void MainWindow::datenbankOeffnen(ProtokollDatenbank::Zustand zustand)
     if (zustand == Zustand::Unbenutzbar || zustand == Zustand::Fremd) {
         // The file is left alone; the window goes on without a protocol.
         QMessageBox::warning(this, QStringLiteral("WARNUNG"), m_dienst->fehlerText());
-        statusBar()->showMessage(
-            QStringLiteral("Datenbank nicht benutzbar: Datei beiseite legen und \"Datenbank "
-                           "zuruecksetzen\" waehlen, um eine neue Liste zu beginnen."));
+        statusBar()->showMessage(m_dienst->ausweg());
     }
     m_kopf->anfangszustand();
     m_hilfe->zeigeSeite(QStringLiteral("Kurzanleitung"));

@@ -67,9 +67,10 @@ Sperre::Sperre(Art art)
     db.setDatabaseName(TestUmgebung::datenbankDatei());
     QSqlQuery query(db);
     m_gehalten = db.open() &&
-                 query.exec(art == Schreiben ? QStringLiteral("BEGIN IMMEDIATE")
-                                             : QStringLiteral("BEGIN")) &&
-                 (art == Schreiben || query.exec(QStringLiteral("SELECT count(*) FROM Spieler")));
+                 query.exec(art == Lesen       ? QStringLiteral("BEGIN")
+                            : art == Schreiben ? QStringLiteral("BEGIN IMMEDIATE")
+                                               : QStringLiteral("BEGIN EXCLUSIVE")) &&
+                 (art != Lesen || query.exec(QStringLiteral("SELECT count(*) FROM Spieler")));
 }
 
 Sperre::~Sperre()

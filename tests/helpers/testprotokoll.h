@@ -26,7 +26,8 @@ public:
     enum Art
     {
         Lesen,
-        Schreiben
+        Schreiben,
+        Ausschliesslich // not even reading
     };
     explicit Sperre(Art art);
     ~Sperre();

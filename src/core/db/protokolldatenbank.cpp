@@ -73,10 +73,6 @@ bool ProtokollDatenbank::ausfuehren(const QString &statement)
 
 QString ProtokollDatenbank::schemaFehler() const
 {
-    QSqlQuery probe(m_db);
-    if (!probe.exec(QStringLiteral("SELECT count(*) FROM sqlite_master")))
-        return QStringLiteral("Die Datei ist keine SQLite-Datenbank (%1).")
-            .arg(probe.lastError().text());
     for (const TabellenForm &form : tabellen()) {
         const QStringList vorhanden = feldNamen(m_db.record(QLatin1String(form.name)));
         if (!vorhanden.isEmpty() && vorhanden != form.spalten)
@@ -99,6 +95,22 @@ ProtokollDatenbank::Zustand ProtokollDatenbank::oeffnen()
         m_fehler = m_db.lastError().text();
         schliessen();
         return Zustand::Unbenutzbar;
+    }
+    {
+        QSqlQuery probe(m_db);
+        if (!probe.exec(QStringLiteral("SELECT count(*) FROM sqlite_master"))) {
+            // SQLITE_BUSY and SQLITE_LOCKED: a file that is ours, held by another program.
+            const QSqlError fehler = probe.lastError();
+            const bool besetzt = fehler.nativeErrorCode() == QLatin1String("5") ||
+                                 fehler.nativeErrorCode() == QLatin1String("6");
+            m_fehler = (besetzt ? QStringLiteral("Die Datei wird gerade von einem anderen "
+                                                 "Programm benutzt (%1).")
+                                : QStringLiteral("Die Datei ist keine SQLite-Datenbank (%1)."))
+                           .arg(fehler.text());
+            probe.finish();
+            schliessen();
+            return besetzt ? Zustand::Unbenutzbar : Zustand::Fremd;
+        }
     }
     m_fehler = schemaFehler();
     if (!m_fehler.isEmpty()) {

@@ -58,14 +58,28 @@ bool ListenDienst::benutzbar() const
            m_zustand != ProtokollDatenbank::Zustand::Fremd;
 }
 
+QString ListenDienst::ausweg() const
+{
+    switch (m_zustand) {
+    case ProtokollDatenbank::Zustand::Fremd:
+        return QStringLiteral("Legen Sie die Datei beiseite (umbenennen oder verschieben) und "
+                              "waehlen Sie \"Datenbank zuruecksetzen\", um eine neue Liste zu "
+                              "beginnen.");
+    case ProtokollDatenbank::Zustand::Unbenutzbar:
+        return QStringLiteral("Beenden Sie das Programm, das die Datei benutzt, oder geben Sie den "
+                              "Datenordner zum Schreiben frei, und waehlen Sie dann \"Datenbank "
+                              "zuruecksetzen\", um die Liste erneut zu oeffnen.");
+    default:
+        return QString();
+    }
+}
+
 QString ListenDienst::fehlerText() const
 {
     if (!benutzbar())
         return QStringLiteral("Die Datenbank\n%1\nkann nicht benutzt werden:\n%2\nKartulo schreibt "
-                              "nicht hinein. Legen Sie die Datei beiseite (umbenennen oder "
-                              "verschieben) und waehlen Sie \"Datenbank zuruecksetzen\", um eine "
-                              "neue Liste zu beginnen.")
-            .arg(dateiName(), fehler());
+                              "nicht hinein. %3")
+            .arg(dateiName(), fehler(), ausweg());
     return QStringLiteral("Die Datenbank\n%1\nkann nicht geschrieben werden:\n%2")
         .arg(dateiName(), fehler());
 }

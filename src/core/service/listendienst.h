@@ -88,6 +88,8 @@ public:
     // Why the list cannot be written now, for the scorer: the file and the
     // driver's reason, and for a file that is not usable what to do about it.
     QString fehlerText() const;
+    // What the scorer can do about a database that is not usable; empty when it is.
+    QString ausweg() const;
 
     // The games in the order they are stored.
     const QVector<SpielEintrag> &spiele() const { return m_spiele; }
