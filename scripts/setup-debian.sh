@@ -5,6 +5,7 @@ set -euo pipefail
 pakete=(
   build-essential cmake
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite
+  qttranslations5-l10n
   xvfb xauth imagemagick iproute2 util-linux fonts-dejavu-core
 )
 

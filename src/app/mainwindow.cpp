@@ -9,8 +9,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QScreen>
+#include <QTabBar>
+#include <QTranslator>
 
 namespace {
 
@@ -28,6 +31,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     Q_INIT_RESOURCE(kartulo);
     ui->setupUi(this);
     anwendungsIdentitaetSetzen();
+    qtUebersetzungLaden();
 
     const QString verzeichnis = Einstellungen::datenVerzeichnis();
     if (!verzeichnis.isEmpty())
@@ -38,6 +42,8 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     m_leiste = new Werkzeugleiste(this);
     addToolBar(Qt::TopToolBarArea, m_leiste);
     bildschirmAnpassen();
+    // Every tab stays in view; the window is at least as wide as their row.
+    ui->tabWidget->tabBar()->setUsesScrollButtons(false);
     m_hilfe = new HelpWidget(ui->tabBeschreibung);
     ui->vlBeschreibung->addWidget(m_hilfe);
 
@@ -54,6 +60,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     datenbankOeffnen(m_dienst->oeffnen());
 
     setWindowTitle(QStringLiteral("Kartulo"));
+    fensterGroesseWaehlen();
     setMinimumSize(size());
     if (verzeichnis.isEmpty())
         QMessageBox::warning(this, QStringLiteral("WARNUNG"),
@@ -73,6 +80,20 @@ void MainWindow::anwendungsIdentitaetSetzen()
     QCoreApplication::setOrganizationName(Einstellungen::organisationsName());
     QCoreApplication::setApplicationName(Einstellungen::anwendungsName());
     QCoreApplication::setOrganizationDomain(Einstellungen::organisationsDomain());
+}
+
+void MainWindow::qtUebersetzungLaden()
+{
+    // Qt's own texts (the buttons of every message box, the context menus) in German,
+    // installed once per application, whoever builds the window.
+    const QString name = QStringLiteral("kartulo_qtbase_de");
+    if (qApp->findChild<QTranslator *>(name))
+        return;
+    auto *uebersetzung = new QTranslator(qApp);
+    uebersetzung->setObjectName(name);
+    if (uebersetzung->load(QStringLiteral("qtbase_de"),
+                           QLibraryInfo::location(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(uebersetzung);
 }
 
 bool MainWindow::istKleinerBildschirm(const QSize &verfuegbar)
@@ -95,6 +116,22 @@ void MainWindow::bildschirmAnpassen()
     }
     // Replaces the sheet above on a large screen as well; the buttons matter more.
     qApp->setStyleSheet(QLatin1String(ToolButtonStil));
+}
+
+void MainWindow::fensterGroesseWaehlen()
+{
+    const QScreen *bildschirm = QGuiApplication::primaryScreen();
+    if (!bildschirm)
+        return;
+    const QSize verfuegbar = bildschirm->availableSize();
+    if (m_grosserBildschirm) {
+        resize(minimumSizeHint().expandedTo(QSize(1280, 860)).boundedTo(verfuegbar * 0.9));
+        return;
+    }
+    // A tablet: the whole screen. The smallest size that keeps the pages whole
+    // stays the minimum, so the window can still be maximised under a title bar.
+    resize(minimumSizeHint().boundedTo(verfuegbar));
+    setWindowState(windowState() | Qt::WindowMaximized);
 }
 
 void MainWindow::teileVerbinden()
@@ -159,6 +196,8 @@ void MainWindow::menuesVerbinden()
 void MainWindow::datenbankOeffnen(ProtokollDatenbank::Zustand zustand)
 {
     using Zustand = ProtokollDatenbank::Zustand;
+    // The guide is there to read whether or not a list is resumed.
+    m_hilfe->zeigeSeite(QStringLiteral("Kurzanleitung"));
     if (zustand == Zustand::Gespeichert) {
         m_kopf->wiederherstellen();
         m_modus->wiederherstellen();
@@ -171,7 +210,6 @@ void MainWindow::datenbankOeffnen(ProtokollDatenbank::Zustand zustand)
         statusBar()->showMessage(m_dienst->ausweg());
     }
     m_kopf->anfangszustand();
-    m_hilfe->zeigeSeite(QStringLiteral("Kurzanleitung"));
 }
 
 void MainWindow::onDeleteDatabase()

@@ -171,7 +171,9 @@ private:
     using Kosten = Einstellungen::Kosten;
 
     void anwendungsIdentitaetSetzen();
+    void qtUebersetzungLaden();
     void bildschirmAnpassen();
+    void fensterGroesseWaehlen();
     void teileVerbinden();
     void menuesVerbinden();
     void datenbankOeffnen(ProtokollDatenbank::Zustand zustand);

@@ -125,7 +125,7 @@ void EintragSteuerung::listeGeaendert(const ListenAenderung &aenderung)
 {
     if (aenderung.art == ListenAenderung::Kopf)
         return;
-    m_ui.lcdNumber->display(m_dienst.letzteZeile());
+    naechsteNummerZeigen();
     spielerKnoepfeBeschriften();
     m_ui.tbSpieler4->setVisible(m_dienst.listenTyp() == 4);
     if (aenderung.art == ListenAenderung::ListeNeu) {
@@ -135,6 +135,18 @@ void EintragSteuerung::listeGeaendert(const ListenAenderung &aenderung)
     // The game on the panel may be gone or have another number now.
     if (aenderung.art == ListenAenderung::SpielEntfernt && m_bearbeitungsModus)
         korrekturAbbrechen();
+}
+
+void EintragSteuerung::beschreibungZeigen(const QString &text)
+{
+    // The start says which game it is; the line would otherwise show its end.
+    m_ui.leSpielBeschreibung->setText(text);
+    m_ui.leSpielBeschreibung->setCursorPosition(0);
+}
+
+void EintragSteuerung::naechsteNummerZeigen()
+{
+    m_ui.lcdNumber->display(m_dienst.letzteZeile() + 1);
 }
 
 void EintragSteuerung::korrekturBeenden()
@@ -151,7 +163,7 @@ void EintragSteuerung::korrekturAbbrechen()
     m_aktuellesSpiel = SpielEintrag();
     m_leReizwert->clear();
     m_ui.leSpielBeschreibung->clear();
-    m_ui.lcdNumber->display(m_dienst.letzteZeile());
+    naechsteNummerZeigen();
     spielerKnoepfeFreigeben();
     m_fenster->statusBar()->showMessage(QStringLiteral("Korrektur abgebrochen"), 5000);
 }
@@ -247,11 +259,11 @@ void EintragSteuerung::onFertig()
         return;
     case SpielwertErgebnis::Ueberreizt:
         if (a.art != Spielart::Null)
-            m_ui.leSpielBeschreibung->setText(ergebnis.beschreibung);
+            beschreibungZeigen(ergebnis.beschreibung);
         QMessageBox::information(m_fenster, QStringLiteral("INFORMATION"), ergebnis.meldung);
         return;
     case SpielwertErgebnis::Berechnet:
-        m_ui.leSpielBeschreibung->setText(ergebnis.beschreibung);
+        beschreibungZeigen(ergebnis.beschreibung);
         if (ergebnis.wartenStarten && !m_bearbeitungsModus)
             m_wartenTimer.start();
         m_ui.pbInListeEintragen->setEnabled(true);
@@ -371,8 +383,7 @@ bool EintragSteuerung::eintragen()
         const int geplant = m_dienst.kopf().anzahlSpiele;
         QMessageBox::information(m_fenster, QStringLiteral("INFORMATION"),
                                  QStringLiteral("Anzahl von %1 Spielen erreicht.").arg(geplant));
-        m_ui.leSpielBeschreibung->setText(
-            QStringLiteral("%1 Spiele gespielt. ListenEnde.").arg(geplant));
+        beschreibungZeigen(QStringLiteral("%1 Spiele gespielt. ListenEnde.").arg(geplant));
         m_einstellungen.spielstopzeitSetzen(QStringLiteral("openend"));
         return false;
     }

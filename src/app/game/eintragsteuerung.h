@@ -80,6 +80,8 @@ private:
     void panelStellungAnwenden(const Spielangaben &angaben);
     void nullKnoepfeSperren(bool gesperrt);
     void panelZuruecksetzen();
+    void beschreibungZeigen(const QString &text);
+    void naechsteNummerZeigen();
     void korrekturBeenden();
     void spielerKnoepfeBeschriften();
     void spielerKnoepfeFreigeben();

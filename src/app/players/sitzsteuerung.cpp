@@ -17,7 +17,10 @@ SitzSteuerung::SitzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDie
     QTableView *tabelle = m_ui.tblViewSpieler;
     tabelle->setModel(m_proxy);
     tabelle->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    tabelle->horizontalHeader()->setStretchLastSection(true);
+    // All four seats in view, whatever the font.
+    tabelle->setMinimumHeight(tabelle->horizontalHeader()->sizeHint().height() +
+                              4 * tabelle->verticalHeader()->defaultSectionSize() +
+                              2 * tabelle->frameWidth());
     auto *flaggen = new ComboDelegate(this);
     tabelle->setItemDelegateForColumn(2, flaggen);
     tabelle->setItemDelegateForColumn(3, flaggen);
@@ -38,8 +41,12 @@ void SitzSteuerung::listeGeaendert(const ListenAenderung &aenderung)
     if (aenderung.art != ListenAenderung::ListeNeu && aenderung.art != ListenAenderung::Sitzordnung)
         return;
     // A reset opens the database anew, with a model of its own.
-    if (m_proxy->sourceModel() != m_dienst.teilnehmerModell())
+    if (m_proxy->sourceModel() != m_dienst.teilnehmerModell()) {
         m_proxy->setSourceModel(m_dienst.teilnehmerModell());
+        // The name takes what the numbers and flags leave, so both stay in view.
+        if (m_proxy->columnCount() > 1)
+            m_ui.tblViewSpieler->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
+    }
     const QSignalBlocker sperre3(m_ui.tb3erListe);
     const QSignalBlocker sperre4(m_ui.tb4erListe);
     (m_dienst.listenTyp() == 3 ? m_ui.tb3erListe : m_ui.tb4erListe)->setChecked(true);

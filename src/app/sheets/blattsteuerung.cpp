@@ -1,5 +1,6 @@
 #include "app/sheets/blattsteuerung.h"
 
+#include "app/sheets/listview.h"
 #include "app/sheets/pdfexport.h"
 #include "app/sheets/spielblatt.h"
 #include "app/widgets/geldvalidator.h"
@@ -8,8 +9,13 @@
 #include "ui_mainwindow.h"
 
 #include <QDir>
+#include <QEvent>
+#include <QFormLayout>
 #include <QIntValidator>
+#include <QLabel>
+#include <QLocale>
 #include <QMessageBox>
+#include <QStatusBar>
 
 namespace {
 
@@ -128,30 +134,109 @@ void BlattSteuerung::kostenFelderEinrichten()
     }
     // Filled before the edits are followed: only an edit stores a value.
     kostenFelderZeigen();
-    for (Kosten wert : alleKosten)
+    for (Kosten wert : alleKosten) {
         connect(kostenFeld(wert), &QLineEdit::textChanged, this,
                 [this, wert](const QString &text) { kostenEingegeben(wert, text); });
+        kostenFeld(wert)->installEventFilter(this);
+        // A key the field refuses (a second decimal, a letter) is not swallowed silently.
+        connect(kostenFeld(wert), &QLineEdit::inputRejected, this,
+                [this, wert] { kostenHinweis(wert, QString()); });
+    }
+}
+
+QString BlattSteuerung::kostenText(Kosten wert) const
+{
+    const KostenWerte &k = m_einstellungen.kosten();
+    switch (wert) {
+    case Kosten::Platz1:
+        return Kostenrechnung::geldText(k.platz1);
+    case Kosten::Platz2:
+        return Kostenrechnung::geldText(k.platz2);
+    case Kosten::Platz3:
+        return Kostenrechnung::geldText(k.platz3);
+    case Kosten::Platz4:
+        return Kostenrechnung::geldText(k.platz4);
+    case Kosten::Kartengeld:
+        return Kostenrechnung::geldText(k.kartengeld);
+    case Kosten::VerlSpiel1Bis5:
+        return Kostenrechnung::geldText(k.verlSpiel1Bis5);
+    case Kosten::VerlSpielAb6:
+        return Kostenrechnung::geldText(k.verlSpielAb6);
+    case Kosten::Preisskat:
+        return Kostenrechnung::geldText(k.preisskat);
+    case Kosten::GewSpieleMinusVerlSpiele:
+        return QString::number(k.gewSpieleMinusVerlSpiele);
+    case Kosten::VerlSpieleDerGegenSpieler3:
+        return QString::number(k.verlSpieleDerGegenSpieler3);
+    case Kosten::VerlSpieleDerGegenSpieler4:
+        break;
+    }
+    return QString::number(k.verlSpieleDerGegenSpieler4);
 }
 
 void BlattSteuerung::kostenFelderZeigen()
 {
-    const KostenWerte &k = m_einstellungen.kosten();
-    const auto zeige = [this](Kosten wert, const QString &text) {
-        QLineEdit *feld = kostenFeld(wert);
-        const QSignalBlocker sperre(feld);
-        feld->setText(text);
-    };
-    zeige(Kosten::Platz1, Kostenrechnung::geldText(k.platz1));
-    zeige(Kosten::Platz2, Kostenrechnung::geldText(k.platz2));
-    zeige(Kosten::Platz3, Kostenrechnung::geldText(k.platz3));
-    zeige(Kosten::Platz4, Kostenrechnung::geldText(k.platz4));
-    zeige(Kosten::Kartengeld, Kostenrechnung::geldText(k.kartengeld));
-    zeige(Kosten::VerlSpiel1Bis5, Kostenrechnung::geldText(k.verlSpiel1Bis5));
-    zeige(Kosten::VerlSpielAb6, Kostenrechnung::geldText(k.verlSpielAb6));
-    zeige(Kosten::Preisskat, Kostenrechnung::geldText(k.preisskat));
-    zeige(Kosten::GewSpieleMinusVerlSpiele, QString::number(k.gewSpieleMinusVerlSpiele));
-    zeige(Kosten::VerlSpieleDerGegenSpieler3, QString::number(k.verlSpieleDerGegenSpieler3));
-    zeige(Kosten::VerlSpieleDerGegenSpieler4, QString::number(k.verlSpieleDerGegenSpieler4));
+    for (Kosten wert : alleKosten)
+        kostenWertZeigen(wert);
+}
+
+void BlattSteuerung::kostenWertZeigen(Kosten wert)
+{
+    QLineEdit *feld = kostenFeld(wert);
+    const QSignalBlocker sperre(feld);
+    feld->setText(kostenText(wert));
+}
+
+bool BlattSteuerung::kostenGueltig(Kosten wert, QString text) const
+{
+    int position = 0;
+    return kostenFeld(wert)->validator()->validate(text, position) == QValidator::Acceptable;
+}
+
+void BlattSteuerung::kostenZuruecksetzen(Kosten wert)
+{
+    kostenWertZeigen(wert);
+    kostenHinweis(wert,
+                  QStringLiteral(", es bleibt %1")
+                      .arg(kostenFeld(wert)->text().replace(QLatin1Char('.'), QLatin1Char(','))));
+}
+
+void BlattSteuerung::kostenHinweis(Kosten wert, const QString &zusatz)
+{
+    QLineEdit *feld = kostenFeld(wert);
+    QWidget *beschriftung = m_ui.flKosten->labelForField(feld);
+    if (!beschriftung)
+        beschriftung = m_ui.flPunkteKosten->labelForField(feld);
+    const QString name = regelFuer(wert) == RegelPlatz
+                             ? QStringLiteral("Platz %1").arg(static_cast<int>(wert) + 1)
+                             : qobject_cast<QLabel *>(beschriftung)->text();
+    const QLocale deutsch(QLocale::German, QLocale::Germany);
+    QString bereich;
+    if (const auto *geld = qobject_cast<const QDoubleValidator *>(feld->validator()))
+        bereich = QStringLiteral("%1 bis %2 mit einer Nachkommastelle")
+                      .arg(deutsch.toString(geld->bottom(), 'f', geld->decimals()),
+                           deutsch.toString(geld->top(), 'f', geld->decimals()));
+    else if (const auto *punkte = qobject_cast<const QIntValidator *>(feld->validator()))
+        bereich = QStringLiteral("%1 bis %2").arg(punkte->bottom()).arg(punkte->top());
+    m_fenster->statusBar()->showMessage(
+        QStringLiteral("%1: nur %2 moeglich%3").arg(name, bereich, zusatz), 10000);
+}
+
+bool BlattSteuerung::eventFilter(QObject *objekt, QEvent *ereignis)
+{
+    if (ereignis->type() == QEvent::FocusOut) {
+        for (Kosten wert : alleKosten) {
+            if (kostenFeld(wert) != objekt)
+                continue;
+            // A field left half typed goes back to what is stored; a valid one
+            // shows the number as the files write it.
+            if (kostenGueltig(wert, kostenFeld(wert)->text()))
+                kostenWertZeigen(wert);
+            else
+                kostenZuruecksetzen(wert);
+        }
+    }
+    return QObject::eventFilter(objekt, ereignis);
 }
 
 void BlattSteuerung::kostenEingegeben(Kosten wert)
@@ -161,7 +246,14 @@ void BlattSteuerung::kostenEingegeben(Kosten wert)
 
 void BlattSteuerung::kostenEingegeben(Kosten wert, const QString &text)
 {
-    m_einstellungen.kostenSetzen(wert, text);
+    if (kostenGueltig(wert, text)) {
+        m_einstellungen.kostenSetzen(wert, text);
+        return;
+    }
+    // While the scorer types, "" or "0" on the way to "0,5" store nothing; a
+    // value set from elsewhere that does not fit is refused at once.
+    if (!kostenFeld(wert)->hasFocus())
+        kostenZuruecksetzen(wert);
 }
 
 void BlattSteuerung::kostenGeaendert(Kosten wert)
@@ -193,6 +285,12 @@ void BlattSteuerung::listeGeaendert(const ListenAenderung &aenderung)
 {
     switch (aenderung.art) {
     case ListenAenderung::SpielNeu:
+        m_runde = -1;
+        fuellen();
+        // The scorer checks the game just entered.
+        if (Spielblatt *blatt = aktuellesBlatt())
+            m_ui.gvSpieleListe->zeileZeigen(blatt->zeilenUnten());
+        break;
     case ListenAenderung::SpielGeaendert:
     case ListenAenderung::SpielEntfernt:
         m_runde = -1;
@@ -231,6 +329,7 @@ void BlattSteuerung::neuZeichnen()
         Kostenrechnung::beschreibungen(m_einstellungen.kosten(), spielerZahl, true));
     m_ui.gvSpieleListe->setScene(blatt->scene());
     fuellen();
+    m_ui.gvSpieleListe->obenLinksZeigen();
 }
 
 void BlattSteuerung::kopfZeichnen()
@@ -292,7 +391,7 @@ void BlattSteuerung::onZoomIn()
         m_zoomFaktor = 5.0;
         return;
     }
-    m_ui.gvSpieleListe->setTransform(QTransform::fromScale(m_zoomFaktor, m_zoomFaktor));
+    m_ui.gvSpieleListe->zoomen(m_zoomFaktor);
 }
 
 void BlattSteuerung::onZoomOut()
@@ -302,7 +401,7 @@ void BlattSteuerung::onZoomOut()
         m_zoomFaktor = 0.5;
         return;
     }
-    m_ui.gvSpieleListe->setTransform(QTransform::fromScale(m_zoomFaktor, m_zoomFaktor));
+    m_ui.gvSpieleListe->zoomen(m_zoomFaktor);
 }
 
 QString BlattSteuerung::pdfSpeichern(bool frageDateiname)

@@ -45,10 +45,19 @@ public:
     // has no sheet to hand in, was asked for.
     QString pdfSpeichern(bool frageDateiname);
 
+protected:
+    bool eventFilter(QObject *objekt, QEvent *ereignis) override;
+
 private:
     void listeGeaendert(const ListenAenderung &aenderung);
     void kostenFelderEinrichten();
     void kostenFelderZeigen();
+    QString kostenText(Einstellungen::Kosten wert) const;
+    void kostenWertZeigen(Einstellungen::Kosten wert);
+    bool kostenGueltig(Einstellungen::Kosten wert, QString text) const;
+    // Shows the stored value again and says in the status bar what the field takes.
+    void kostenZuruecksetzen(Einstellungen::Kosten wert);
+    void kostenHinweis(Einstellungen::Kosten wert, const QString &zusatz);
     QLineEdit *kostenFeld(Einstellungen::Kosten wert) const;
     void kostenGeaendert(Einstellungen::Kosten wert);
     Spielblatt *aktuellesBlatt() const;

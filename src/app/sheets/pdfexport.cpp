@@ -9,6 +9,15 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
+void blattZeichnen(QGraphicsView *ansicht, QPainter &maler, const QRect &seite)
+{
+    maler.setViewport(seite);
+    // The whole scene as the view maps it, so the page shows the full sheet
+    // whatever part of it is scrolled into view.
+    const QRect quelle = ansicht->mapFromScene(ansicht->scene()->sceneRect()).boundingRect();
+    ansicht->render(&maler, QRectF(seite), quelle, Qt::KeepAspectRatio);
+}
+
 QString pdfSchreiben(QGraphicsView *ansicht, const QString &pfad)
 {
     if (!ansicht || !ansicht->scene())
@@ -26,13 +35,7 @@ QString pdfSchreiben(QGraphicsView *ansicht, const QString &pfad)
             datei.cancelWriting();
             return QStringLiteral("Die Seite kann nicht gezeichnet werden.");
         }
-        const int breite = schreiber.width();
-        const int hoehe = schreiber.height();
-        maler.setViewport(0, 0, breite, hoehe);
-        // The whole scene as the view maps it, so the page shows the full sheet
-        // whatever part of it is scrolled into view.
-        const QRect quelle = ansicht->mapFromScene(ansicht->scene()->sceneRect()).boundingRect();
-        ansicht->render(&maler, QRectF(0, 0, breite, hoehe), quelle, Qt::KeepAspectRatio);
+        blattZeichnen(ansicht, maler, QRect(0, 0, schreiber.width(), schreiber.height()));
         maler.end();
     }
     // Flushed before the commit, which would otherwise replace the old file even

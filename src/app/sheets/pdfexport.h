@@ -7,6 +7,12 @@
 
 class QDate;
 class QGraphicsView;
+class QPainter;
+class QRect;
+
+// Draws the whole scene of the view into the rectangle seite of the painter's
+// device, as large as its proportions allow.
+void blattZeichnen(QGraphicsView *ansicht, QPainter &maler, const QRect &seite);
 
 // Renders what the view shows of its scene into the PDF at pfad. The old file
 // is replaced only by a complete new one. Empty when it worked, else the

@@ -530,6 +530,7 @@ void Spielblatt::zeilenFuellen(const QVector<SpielEintrag> &spiele,
         y += zeilenHoehe;
     }
     const qreal zeilenEnde = y;
+    m_zeilenUnten = y;
     // Removed only now: the scene's item list is cheaper to shrink in one go
     // than between additions.
     for (int spalte = 0; spalte < spalten; ++spalte) {

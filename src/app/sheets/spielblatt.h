@@ -66,6 +66,9 @@ public:
     // list is empty no footer is drawn (result and Bierlachs lists have none).
     void zeilenFuellen(const QVector<SpielEintrag> &spiele, const std::array<QStringList, 8> &fuss);
 
+    // Scene y of the bottom of the last game row drawn (the heading's bottom while empty).
+    qreal zeilenUnten() const { return m_zeilenUnten; }
+
     // Labels of the eight footer rows, top to bottom.
     static const QStringList &fussBeschriftungen();
 
@@ -101,6 +104,7 @@ private:
     qreal m_kopfUnten = 0;  // bottom of the heading block, first game row
     qreal m_unterzeile = 0; // top of the "Platz"/"g"/"v" heading row
     qreal m_regelHoehe = 0; // height of the rules block
+    qreal m_zeilenUnten = 0;
 
     QGraphicsSimpleTextItem *m_datum = nullptr;
     QGraphicsSimpleTextItem *m_serie = nullptr;

@@ -6,6 +6,7 @@
 #include "core/standings/spielstand.h"
 #include "ui_mainwindow.h"
 
+#include <QEvent>
 #include <QMessageBox>
 #include <QStatusBar>
 
@@ -15,6 +16,29 @@ StandSteuerung::StandSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenD
       m_einstellungen(einstellungen)
 {
     connect(&m_dienst, &ListenDienst::geaendert, this, &StandSteuerung::listeGeaendert);
+    // A field is polished under the application's style sheet when it is first
+    // shown, which puts the grey of disabled fields back; the colours are set
+    // again then, so the fields are black on white from the start.
+    for (QLineEdit *feld : felder())
+        feld->installEventFilter(this);
+}
+
+bool StandSteuerung::eventFilter(QObject *objekt, QEvent *ereignis)
+{
+    if (ereignis->type() == QEvent::Show) {
+        const int sitz = felder().indexOf(static_cast<QLineEdit *>(objekt));
+        if (sitz >= 0)
+            farbenSetzen(felder().at(sitz), sitz == m_hervorgehoben);
+    }
+    return QObject::eventFilter(objekt, ereignis);
+}
+
+void StandSteuerung::farbenSetzen(QLineEdit *feld, bool hervorgehoben) const
+{
+    QPalette palette = feld->palette();
+    palette.setColor(QPalette::Disabled, QPalette::Text, Qt::black);
+    palette.setColor(QPalette::Disabled, QPalette::Base, hervorgehoben ? Qt::green : Qt::white);
+    feld->setPalette(palette);
 }
 
 QList<QLineEdit *> StandSteuerung::felder() const
@@ -30,13 +54,10 @@ void StandSteuerung::punkteSetzen(int sitz, const QString &text)
 
 void StandSteuerung::hervorheben(int sitz)
 {
+    m_hervorgehoben = sitz;
     const QList<QLineEdit *> alle = felder();
-    for (int i = 0; i < alle.size(); ++i) {
-        QPalette palette = alle.at(i)->palette();
-        palette.setColor(QPalette::Disabled, QPalette::Text, Qt::black);
-        palette.setColor(QPalette::Disabled, QPalette::Base, i == sitz ? Qt::green : Qt::white);
-        alle.at(i)->setPalette(palette);
-    }
+    for (int i = 0; i < alle.size(); ++i)
+        farbenSetzen(alle.at(i), i == sitz);
 }
 
 void StandSteuerung::leeren()

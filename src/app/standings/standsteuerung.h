@@ -41,7 +41,11 @@ signals:
     // The lines of the four seats, for their fields.
     void zeilen(const QStringList &zeilen);
 
+protected:
+    bool eventFilter(QObject *objekt, QEvent *ereignis) override;
+
 private:
+    void farbenSetzen(QLineEdit *feld, bool hervorgehoben) const;
     void listeGeaendert(const ListenAenderung &aenderung);
     void aktualisieren();
     void bierlachsRundeZeigen(const BierlachsRunde &runde);
@@ -52,6 +56,7 @@ private:
     ListenDienst &m_dienst;
     const Einstellungen &m_einstellungen;
     bool m_laeuft = false;
+    int m_hervorgehoben = -1;
     // What the fields were last computed for, so a header edit that changes
     // neither leaves them alone.
     int m_modus = -1;

@@ -1,5 +1,6 @@
 #include "app/widgets/werkzeugleiste.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QIntValidator>
 #include <QLabel>
@@ -50,4 +51,24 @@ Werkzeugleiste::Werkzeugleiste(QWidget *parent) : QToolBar(parent)
     layout->addWidget(leMeldungRot, 20);
     layout->addWidget(leMeldungGruen, 40);
     addWidget(inhalt);
+    breitenAnpassen();
+}
+
+void Werkzeugleiste::changeEvent(QEvent *event)
+{
+    QToolBar::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        breitenAnpassen();
+}
+
+void Werkzeugleiste::breitenAnpassen()
+{
+    // The countdown is the longest text of the red field; with the touch font the
+    // stretch alone would cut it.
+    const int rand = 16;
+    leMeldungRot->setMinimumWidth(leMeldungRot->fontMetrics().horizontalAdvance(
+                                      QStringLiteral("Verbleibende Zeit 120 Minuten")) +
+                                  rand);
+    leReizwert->setMinimumWidth(leReizwert->fontMetrics().horizontalAdvance(QStringLiteral("264")) +
+                                rand);
 }

@@ -23,6 +23,12 @@ public:
     QLabel *lblModus;
     QLineEdit *leMeldungRot;
     QLineEdit *leMeldungGruen;
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    void breitenAnpassen();
 };
 
 // Gives the text of a read-only field the colour in every colour group.

@@ -1,0 +1,404 @@
+// The window on a scorer's tablet: German dialog buttons, every text of the
+// entry page whole at 1024x600 and 1280x800 with the touch font, the sheet read
+// from its top, the game number, and money fields that keep numbers.
+
+#include "app/mainwindow.h"
+#include "app/sheets/pdfexport.h"
+#include "helpers/fensterhilfe.h"
+#include "helpers/meldungsbeantworter.h"
+#include "helpers/testprotokoll.h"
+
+#include <QtWidgets>
+
+using namespace Fenster;
+
+namespace {
+
+const QStringList LangeNamen{"Anna-Lena Schmidt", "Bernd Keller", "Clara Vogt",
+                             "Dieter Brandt-Hoffmann"};
+
+// A running list of four with long names and the first games of an evening.
+void tischMitSpielen(int spiele)
+{
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    QStringList statements;
+    for (int i = 0; i < LangeNamen.size(); ++i)
+        statements << QStringLiteral("UPDATE Teilnehmer SET Name = '%1' WHERE MgldNr = %2")
+                          .arg(LangeNamen.at(i))
+                          .arg(i + 1);
+    for (const SpielEintrag &e : TestProtokoll::abend(spiele, 4))
+        statements << e.insertStatement();
+    QVERIFY(TestProtokoll::sql(statements));
+}
+
+// Shown at the size a maximised window has on that screen.
+void zeigen(MainWindow &fenster, const QSize &groesse)
+{
+    fenster.setWindowState(Qt::WindowNoState);
+    fenster.resize(groesse);
+    fenster.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&fenster));
+    QCOMPARE(fenster.size(), groesse);
+}
+
+void seiteZeigen(MainWindow &fenster, const char *seite)
+{
+    kind<QTabWidget>(&fenster, "tabWidget")->setCurrentWidget(kind<QWidget>(&fenster, seite));
+    QCoreApplication::processEvents();
+}
+
+// What of the widget's text or content is cut off; empty when all is in view.
+QString abgeschnitten(QWidget *w)
+{
+    const QString name = w->objectName();
+    if (w->height() < w->minimumSizeHint().height())
+        return QStringLiteral("%1 %2 px hoch statt %3")
+            .arg(name)
+            .arg(w->height())
+            .arg(w->minimumSizeHint().height());
+    if (auto *knopf = qobject_cast<QAbstractButton *>(w)) {
+        if (knopf->width() < knopf->sizeHint().width())
+            return QStringLiteral("%1 \"%2\" %3 px breit statt %4")
+                .arg(name, knopf->text())
+                .arg(knopf->width())
+                .arg(knopf->sizeHint().width());
+    } else if (auto *feld = qobject_cast<QLineEdit *>(w)) {
+        // The frame and the text margins take 8 pixels of the width.
+        const int breite = feld->fontMetrics().horizontalAdvance(feld->text()) + 8;
+        if (feld->width() < breite)
+            return QStringLiteral("%1 \"%2\" %3 px breit statt %4")
+                .arg(name, feld->text())
+                .arg(feld->width())
+                .arg(breite);
+    }
+    return QString();
+}
+
+QString attribut(const QByteArray &xml, const QString &name)
+{
+    const QRegularExpression muster(QStringLiteral(" %1=\"([^\"]*)\"").arg(name));
+    return muster.match(QString::fromUtf8(xml)).captured(1);
+}
+
+} // namespace
+
+class TstTablett : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { TestUmgebung::allesLoeschen(); }
+    void deutscheKnoepfe();
+    void allesZuSehen_data();
+    void allesZuSehen();
+    void spielNummer();
+    void blatt();
+    void geldFelder_data();
+    void geldFelder();
+};
+
+// Qt's own texts are German once a window exists, whoever built it.
+void TstTablett::deutscheKnoepfe()
+{
+    MainWindow fenster;
+    QMessageBox box;
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel |
+                           QMessageBox::Ok);
+    QStringList texte;
+    for (const auto knopf :
+         {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel, QMessageBox::Ok})
+        texte << box.button(knopf)->text().remove(QLatin1Char('&'));
+    QCOMPARE(texte, QStringList({"Ja", "Nein", "Abbrechen", "OK"}));
+}
+
+void TstTablett::allesZuSehen_data()
+{
+    QTest::addColumn<QSize>("groesse");
+    QTest::addColumn<bool>("korrektur");
+    for (const QSize &groesse : {QSize(1024, 600), QSize(1280, 800)})
+        for (const bool korrektur : {false, true})
+            QTest::addRow("%dx%d%s", groesse.width(), groesse.height(),
+                          korrektur ? " Korrektur" : "")
+                << groesse << korrektur;
+}
+
+// The test screen is smaller than 1000 pixels, so the window has the touch font.
+// Nothing on the entry page and the tool bar is squeezed or cut, with the
+// correction banner too; the participants show whole names and both flags.
+void TstTablett::allesZuSehen()
+{
+    QFETCH(QSize, groesse);
+    QFETCH(bool, korrektur);
+    tischMitSpielen(8);
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    QCOMPARE(fenster.font().pixelSize(), 20);
+    QVERIFY(fenster.windowState() & Qt::WindowMaximized);
+    zeigen(fenster, groesse);
+    kind<QLineEdit>(&fenster, "leMeldungRot")->setText("Verbleibende Zeit 120 Minuten");
+    if (korrektur)
+        fenster.onUebersichtDoubleClicked(
+            kind<QTableView>(&fenster, "tblViewUebersicht")->model()->index(2, 0));
+    else
+        for (const char *knopf : {"tbSpieler2", "tbHand", "pbFertig"})
+            klick(&fenster, knopf);
+    QCOMPARE(kind<QWidget>(&fenster, "gbKorrektur")->isVisible(), korrektur);
+    seiteZeigen(fenster, "tabSpieleintrag");
+
+    QStringList fehler;
+    QList<QWidget *> pruefen =
+        kind<QWidget>(&fenster, "tabSpieleintrag")->findChildren<QWidget *>();
+    pruefen += kind<QWidget>(&fenster, "toolBar")->findChildren<QWidget *>();
+    int gezeigt = 0;
+    for (QWidget *w : pruefen) {
+        if (!w->isVisible() || w->objectName().isEmpty() || w->objectName().startsWith("qt_"))
+            continue;
+        ++gezeigt;
+        if (const QString grund = abgeschnitten(w); !grund.isEmpty())
+            fehler << grund;
+    }
+    QVERIFY(gezeigt > 40);
+    // The standings are read before the first game is entered, too.
+    for (const char *name : {"lePunkte1", "lePunkte4"}) {
+        const QPalette farben = kind<QLineEdit>(&fenster, name)->palette();
+        if (farben.color(QPalette::Disabled, QPalette::Text) != Qt::black ||
+            farben.color(QPalette::Disabled, QPalette::Base) != Qt::white)
+            fehler << QStringLiteral("%1 nicht schwarz auf weiss").arg(name);
+    }
+    auto *reiter = kind<QTabWidget>(&fenster, "tabWidget")->tabBar();
+    for (int i = 0; i < reiter->count(); ++i)
+        if (!reiter->rect().contains(reiter->tabRect(i)))
+            fehler << "Reiter " + reiter->tabText(i);
+
+    seiteZeigen(fenster, "tabEinstellungen");
+    auto *tabelle = kind<QTableView>(&fenster, "tblViewSpieler");
+    QHeaderView *kopf = tabelle->horizontalHeader();
+    if (kopf->length() > tabelle->viewport()->width())
+        fehler << QStringLiteral("Teilnehmer %1 px breit, zu sehen %2")
+                      .arg(kopf->length())
+                      .arg(tabelle->viewport()->width());
+    for (const QString &name : LangeNamen)
+        if (kopf->sectionSize(1) < tabelle->fontMetrics().horizontalAdvance(name) + 8)
+            fehler << "Teilnehmer " + name;
+    QVERIFY2(fehler.isEmpty(), qPrintable(fehler.join("\n")));
+}
+
+// The number shows the game to come, or the one corrected; after a restart the
+// list goes on where it stopped and the guide is on its page. The description
+// is read from its start.
+void TstTablett::spielNummer()
+{
+    tischMitSpielen(7);
+    MeldungsBeantworter antworten;
+    const auto nummer = [](MainWindow &fenster) {
+        return kind<QLCDNumber>(&fenster, "lcdNumber")->intValue();
+    };
+    {
+        MainWindow fenster;
+        const auto *hilfe = fenster.findChild<QTextBrowser *>();
+        QCOMPARE(hilfe ? hilfe->source().fileName() : QString(),
+                 QStringLiteral("kurzanleitung.html"));
+        QCOMPARE(nummer(fenster), 8);
+        klick(&fenster, "tbGrang");
+        klick(&fenster, "tbSpieler1");
+        klick(&fenster, "pbFertig");
+        auto *beschreibung = kind<QLineEdit>(&fenster, "leSpielBeschreibung");
+        QVERIFY(!beschreibung->text().isEmpty());
+        QCOMPARE(beschreibung->cursorPosition(), 0);
+        klick(&fenster, "pbInListeEintragen");
+        QCOMPARE(TestProtokoll::zeilen("SpielListe"), 8);
+        QCOMPARE(nummer(fenster), 9);
+        fenster.onUebersichtDoubleClicked(
+            kind<QTableView>(&fenster, "tblViewUebersicht")->model()->index(2, 0));
+        QCOMPARE(nummer(fenster), 3);
+        klick(&fenster, "pbKorrekturAbbrechen");
+        QCOMPARE(nummer(fenster), 9);
+    }
+    MainWindow fenster;
+    QCOMPARE(nummer(fenster), 9);
+}
+
+// The sheet of a list begun at the table opens at its header and scrolls with
+// the wheel, over its texts too; it follows each game entered and zooms about
+// its top-left corner.
+void TstTablett::blatt()
+{
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    zeigen(fenster, QSize(1024, 600));
+    kind<QAction>(&fenster, "actionNeu")->trigger();
+    for (int i = 0; i < 4; ++i)
+        fenster.findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))
+            ->setText(LangeNamen.at(i));
+    kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(QStringLiteral("7"));
+    klick(&fenster, "pbOk");
+    klick(&fenster, "pbStartSpiel");
+    seiteZeigen(fenster, "tabSpieleListe");
+    auto *ansicht = kind<QGraphicsView>(&fenster, "gvSpieleListe");
+    const auto obenLinks = [ansicht] { return ansicht->mapToScene(0, 0); };
+    QCOMPARE(obenLinks(), QPointF(0, 0));
+
+    QGraphicsItem *name = nullptr;
+    for (QGraphicsItem *item : ansicht->scene()->items())
+        if (auto *text = dynamic_cast<QGraphicsTextItem *>(item);
+            text && text->toPlainText().startsWith("Bernd"))
+            name = text;
+    QVERIFY(name);
+    const QPoint ueberName = ansicht->mapFromScene(name->sceneBoundingRect().center());
+    QWheelEvent rad(ueberName, ansicht->viewport()->mapToGlobal(ueberName), QPoint(),
+                    QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(ansicht->viewport(), &rad);
+    QVERIFY(obenLinks().y() > 0);
+
+    // A finger (or the mouse) drags the sheet up.
+    ansicht->verticalScrollBar()->setValue(0);
+    QWidget *flaeche = ansicht->viewport();
+    QPoint finger(flaeche->width() / 2, flaeche->height() - 20);
+    QTest::mousePress(flaeche, Qt::LeftButton, Qt::NoModifier, finger);
+    for (int schritt = 0; schritt < 10; ++schritt) {
+        finger.ry() -= 30;
+        QMouseEvent zug(QEvent::MouseMove, finger, flaeche->mapToGlobal(finger), Qt::NoButton,
+                        Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(flaeche, &zug);
+        QTest::qWait(10);
+    }
+    QTest::mouseRelease(flaeche, Qt::LeftButton, Qt::NoModifier, finger);
+    QTRY_VERIFY(obenLinks().y() > 100);
+    QScroller::scroller(ansicht)->stop();
+
+    ansicht->verticalScrollBar()->setValue(0);
+    for (int spiel = 0; spiel < 30; ++spiel)
+        eingeben(&fenster, Spiel{"tbKreuz", (spiel + 1) % 4, true, ""});
+    QGraphicsItem *nummer = nullptr;
+    for (QGraphicsItem *item : ansicht->scene()->items())
+        if (auto *text = dynamic_cast<QGraphicsSimpleTextItem *>(item);
+            text && text->text() == "30" &&
+            (!nummer || text->scenePos().x() < nummer->scenePos().x()))
+            nummer = text;
+    QVERIFY(nummer);
+    const QRectF sichtbar = ansicht->mapToScene(ansicht->viewport()->rect()).boundingRect();
+    QVERIFY(sichtbar.contains(nummer->sceneBoundingRect()));
+    QCOMPARE(obenLinks().x(), 0.0);
+
+    klick(&fenster, "pbVergroessern");
+    const QPointF vorher = obenLinks();
+    klick(&fenster, "pbVergroessern");
+    QVERIFY2(QLineF(obenLinks(), vorher).length() < 1.0,
+             qPrintable(QStringLiteral("%1 %2").arg(obenLinks().y()).arg(vorher.y())));
+    // Smaller than the view, the sheet keeps to its left edge.
+    for (int schritt = 0; schritt < 6; ++schritt)
+        klick(&fenster, "pbVerkleinern");
+    QCOMPARE(obenLinks().x(), 0.0);
+    klick(&fenster, "pbVergroessern");
+    QVERIFY(obenLinks().y() > 0);
+    // The next list starts at the header again.
+    kind<QAction>(&fenster, "actionNeu")->trigger();
+    kind<QCheckBox>(&fenster, "chkSpielerBeibehalten")->setChecked(true);
+    klick(&fenster, "pbOk");
+    klick(&fenster, "pbStartSpiel");
+    QCOMPARE(obenLinks(), QPointF(0, 0));
+
+    // Drawn as onto the PDF's page: the frame spans the width whatever the zoom.
+    QImage seite(595, 842, QImage::Format_RGB32);
+    seite.fill(Qt::white);
+    {
+        QPainter maler(&seite);
+        blattZeichnen(ansicht, maler, seite.rect());
+    }
+    int links = seite.width();
+    int rechts = -1;
+    const int zeile = seite.height() / 10;
+    for (int x = 0; x < seite.width(); ++x)
+        if (qGray(seite.pixel(x, zeile)) < 128) {
+            links = qMin(links, x);
+            rechts = x;
+        }
+    QVERIFY2(links < seite.width() / 20 && rechts > seite.width() * 19 / 20,
+             qPrintable(QStringLiteral("%1..%2").arg(links).arg(rechts)));
+}
+
+void TstTablett::geldFelder_data()
+{
+    QTest::addColumn<QString>("feld");
+    QTest::addColumn<QString>("eingabe");
+    QTest::addColumn<QString>("danach");
+    QTest::addColumn<QString>("attribut");
+    QTest::addColumn<QString>("datei");
+    QTest::addColumn<QString>("hinweis");
+    QTest::newRow("Komma") << "leKartengeld"
+                           << "1,5"
+                           << "1.5"
+                           << "kartengeld"
+                           << "1.5"
+                           << "";
+    QTest::newRow("geleert") << "leKartengeld"
+                             << ""
+                             << "1.0"
+                             << "kartengeld"
+                             << "1.0"
+                             << "Kartengeld: nur 0,5 bis 100,0 mit einer "
+                                "Nachkommastelle moeglich, es bleibt 1,0";
+    QTest::newRow("zu klein") << "leVerlSpiele1Bis5"
+                              << "0,2"
+                              << "1.0"
+                              << "verlsp1-5"
+                              << "1.0"
+                              << "Verl Spiele 1-5: nur 0,5 bis";
+    QTest::newRow("Platz leer") << "lePlKosten3"
+                                << ""
+                                << "2.5"
+                                << "platz3"
+                                << "2.5"
+                                << "Platz 3: nur 0,0 bis 100,0";
+    QTest::newRow("zweite Stelle") << "lePreisSkat"
+                                   << "2,75"
+                                   << "2.7"
+                                   << "preisskat"
+                                   << "2.7"
+                                   << "Preisskat: nur 0,5 bis 100,0";
+    QTest::newRow("Punkte null") << "leGewSpieleAbzglVerlSpiele"
+                                 << "0"
+                                 << "50"
+                                 << "gewsp-verlsp"
+                                 << "50"
+                                 << "Punkte Gew Spiel abz. verl. Spiel: nur 1 bis 200 "
+                                    "moeglich, es bleibt 50";
+}
+
+// Typed as a scorer types: what is left in a field when it is left is a valid
+// number, shown and written with a point; anything else goes back, and the
+// status bar says what the field takes.
+void TstTablett::geldFelder()
+{
+    QFETCH(QString, feld);
+    QFETCH(QString, eingabe);
+    QFETCH(QString, danach);
+    QFETCH(QString, attribut);
+    QFETCH(QString, datei);
+    QFETCH(QString, hinweis);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    zeigen(fenster, QSize(1024, 600));
+    QVERIFY(QTest::qWaitForWindowActive(&fenster));
+    seiteZeigen(fenster, "tabEinstellungen");
+    auto *zeile = kind<QLineEdit>(&fenster, qPrintable(feld));
+    zeile->setFocus();
+    QVERIFY(zeile->hasFocus());
+    zeile->selectAll();
+    QTest::keyClick(zeile, Qt::Key_Backspace);
+    QTest::keyClicks(zeile, eingabe);
+    kind<QLineEdit>(&fenster, "leListenName")->setFocus();
+    QCOMPARE(zeile->text(), danach);
+    const QString meldung = fenster.statusBar()->currentMessage();
+    QVERIFY2(hinweis.isEmpty() ? !meldung.contains("moeglich") : meldung.startsWith(hinweis),
+             qPrintable(meldung));
+
+    fenster.onSicherheitsKopieSpeichern();
+    QFile kopie(TestUmgebung::datenVerzeichnis() + "/xmlsicherheitskopie.xml");
+    QVERIFY(kopie.open(QIODevice::ReadOnly));
+    QCOMPARE(::attribut(kopie.readAll(), attribut), datei);
+}
+
+KARTULO_TEST_MAIN(TstTablett)
+#include "tst_tablett.moc"
