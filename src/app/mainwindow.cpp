@@ -55,6 +55,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     m_modus = new ModusSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
     m_blatt = new BlattSteuerung(this, *ui, *m_dienst, *m_einstellungen);
     m_dateien = new DateiSteuerung(this, m_grosserBildschirm, *m_dienst, *m_einstellungen);
+    m_netz = new NetzSteuerung(this, *ui, *m_dienst);
     teileVerbinden();
     menuesVerbinden();
     datenbankOeffnen(m_dienst->oeffnen());
@@ -70,8 +71,8 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
 MainWindow::~MainWindow()
 {
     // The parts show the list, so they go before it.
-    for (QObject *teil : std::initializer_list<QObject *>{m_dateien, m_blatt, m_modus, m_stand,
-                                                          m_eintrag, m_sitze, m_kopf})
+    for (QObject *teil : std::initializer_list<QObject *>{m_netz, m_dateien, m_blatt, m_modus,
+                                                          m_stand, m_eintrag, m_sitze, m_kopf})
         delete teil;
 }
 
@@ -173,6 +174,13 @@ void MainWindow::teileVerbinden()
             &ModusSteuerung::protokollGeladen);
     connect(m_dateien, &DateiSteuerung::protokollGeladen, m_eintrag,
             &EintragSteuerung::geberAnsagen);
+
+    connect(m_eintrag, &EintragSteuerung::rundenEnde, this, &MainWindow::rundenEnde);
+    connect(m_blatt, &BlattSteuerung::ergebnisse, m_netz, &NetzSteuerung::ergebnisseSenden);
+    connect(m_netz, &NetzSteuerung::spielerListe, m_kopf, &KopfSteuerung::ladeSpielerListe);
+    connect(m_netz, &NetzSteuerung::gruppe, m_kopf, &KopfSteuerung::gruppeVorgeben);
+    connect(m_netz, &NetzSteuerung::auslosung, m_kopf, &KopfSteuerung::auslosungZeigen);
+    connect(m_netz, &NetzSteuerung::kosten, m_blatt, &BlattSteuerung::kostenVomManager);
 }
 
 void MainWindow::menuesVerbinden()
@@ -232,6 +240,14 @@ void MainWindow::punkteZeilenSenden(const QStringList &zeilen)
     emit messageSumme2(zeilen.value(1));
     emit messageSumme3(zeilen.value(2));
     emit messageSumme4(zeilen.value(3));
+}
+
+void MainWindow::rundenEnde()
+{
+    if (!m_netz->rundenEndeFragen())
+        return;
+    onSaveListe(false);
+    m_netz->blattSenden(m_blatt->pdfPfad());
 }
 
 void MainWindow::bierlachsIndexChanged(int index)

@@ -8,6 +8,7 @@
 #include "app/files/dateisteuerung.h"
 #include "app/game/eintragsteuerung.h"
 #include "app/header/kopfsteuerung.h"
+#include "app/link/netzsteuerung.h"
 #include "app/players/sitzsteuerung.h"
 #include "app/sheets/blattsteuerung.h"
 #include "app/standings/modussteuerung.h"
@@ -163,6 +164,12 @@ public slots:
     void setPunkte2(QString text) { m_stand->punkteSetzen(1, text); }
     void setPunkte3(QString text) { m_stand->punkteSetzen(2, text); }
     void setPunkte4(QString text) { m_stand->punkteSetzen(3, text); }
+    // Manager link
+    void appendMessage(QString von, QString text) { m_netz->appendMessage(von, text); }
+    void newParticipant(QString kennung) { m_netz->newParticipant(kennung); }
+    void rechnerAbmeldung(QString kennung) { m_netz->rechnerAbmeldung(kennung); }
+    void spielerdatenAnfordern() { m_netz->spielerdatenAnfordern(); }
+    void onWlanBenutzen(bool benutzen) { m_netz->onWlanBenutzen(benutzen); }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -178,6 +185,7 @@ private:
     void menuesVerbinden();
     void datenbankOeffnen(ProtokollDatenbank::Zustand zustand);
     void punkteZeilenSenden(const QStringList &zeilen);
+    void rundenEnde();
 
     std::unique_ptr<Ui::MainWindow> ui;
     Einstellungen *m_einstellungen;
@@ -193,4 +201,5 @@ private:
     ModusSteuerung *m_modus;
     BlattSteuerung *m_blatt;
     DateiSteuerung *m_dateien;
+    NetzSteuerung *m_netz;
 };

@@ -427,8 +427,7 @@ void EintragSteuerung::kartengeberZeigen(const QString &text)
             QMessageBox::information(m_fenster, QStringLiteral("INFO"), text);
         return;
     }
-    QMessageBox::information(m_fenster, QStringLiteral("INFORMATION"),
-                             QStringLiteral("Rundenende erreicht!"));
+    emit rundenEnde();
 }
 
 void EintragSteuerung::geberAnsagen()

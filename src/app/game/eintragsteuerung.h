@@ -68,6 +68,8 @@ public:
     void laufzustandSetzen(bool laufend);
 
 signals:
+    // All planned games are played; the manager link decides what follows.
+    void rundenEnde();
     void kartengeber(const QString &text);
     void hervorheben(int sitz);
     // A game was entered or corrected and the panel is free again.

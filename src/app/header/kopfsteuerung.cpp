@@ -143,6 +143,37 @@ void KopfSteuerung::onChangeGruppenId(const QString &gruppe)
     m_dienst.kopfAendern(kopf);
 }
 
+void KopfSteuerung::gruppeVorgeben(const QString &gruppe)
+{
+    QComboBox *gruppen = m_ui.cmbGruppenId;
+    const QSignalBlocker sperre(gruppen);
+    if (gruppen->findData(gruppe) < 0)
+        gruppen->addItem(gruppe, gruppe);
+    gruppen->setCurrentIndex(gruppen->findData(gruppe));
+    gruppen->setEnabled(false);
+    ListenKopf kopf = m_dienst.kopf();
+    kopf.gruppe = gruppe;
+    m_dienst.kopfAendern(kopf);
+}
+
+void KopfSteuerung::auslosungZeigen(int tischNr, int serie, const QStringList &sitze)
+{
+    if (m_ui.tabWidget->indexOf(m_tabNeu) < 0)
+        onNewProtokoll();
+    if (m_ui.tabWidget->indexOf(m_tabNeu) < 0)
+        return;
+    const QList<QLineEdit *> felder = neueSpielerFelder();
+    for (int sitz = 0; sitz < felder.size(); ++sitz) {
+        const QString sitzText = sitze.value(sitz);
+        felder.at(sitz)->setText(sitzText.section(QLatin1Char('|'), 1, 1));
+        if (!sitzText.isEmpty())
+            spielerHinzufuegen(sitzText);
+    }
+    m_ui.chkSpielerBeibehalten->setChecked(false);
+    m_ui.leNeuTischNr->setText(QString::number(tischNr));
+    m_ui.leNeuSerie->setText(QString::number(serie));
+}
+
 void KopfSteuerung::setzeLaufzustand(bool laufend)
 {
     for (QWidget *feld :

@@ -42,6 +42,11 @@ public:
 
     void spielerAusTextDateiLaden();
     void ladeSpielerListe(const QStringList &liste);
+    // The group the manager gives this table: shown and no longer chosen here.
+    void gruppeVorgeben(const QString &gruppe);
+    // The manager's draw for this table: the players are registered and the
+    // "Neu" page is filled for the scorer to confirm.
+    void auslosungZeigen(int tischNr, int serie, const QStringList &sitze);
     // Registers one player given as "number|name|member|prize skat" unless
     // the name is known; the member number, 0 when nothing was read.
     int spielerHinzufuegen(const QString &text);

@@ -376,8 +376,10 @@ void BlattSteuerung::fuellen()
             const Teilnehmer &t = teilnehmer.at(sitz);
             spieler.append({t.name, t.mgldNr, t.mitglied, t.preisskat, bilanzen.at(sitz)});
         }
-        fuss = Kostenrechnung::berechne(spieler, m_einstellungen.kosten(), kopf.serie, kopf.tischNr)
-                   .zeilen;
+        const KostenErgebnis konto =
+            Kostenrechnung::berechne(spieler, m_einstellungen.kosten(), kopf.serie, kopf.tischNr);
+        fuss = konto.zeilen;
+        emit ergebnisse(konto.ergebnisTexte);
     }
     blatt->zeilenFuellen(spiele, fuss);
 }
@@ -402,6 +404,13 @@ void BlattSteuerung::onZoomOut()
         return;
     }
     m_ui.gvSpieleListe->zoomen(m_zoomFaktor);
+}
+
+QString BlattSteuerung::pdfPfad() const
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    return QStringLiteral("%1/%2").arg(Einstellungen::datenVerzeichnis(),
+                                       pdfDateiName(kopf.datum, kopf.serie, kopf.tischNr));
 }
 
 QString BlattSteuerung::pdfSpeichern(bool frageDateiname)

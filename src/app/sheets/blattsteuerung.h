@@ -44,6 +44,11 @@ public:
     // the path for the XML copy beside it; empty when a Bierlachs list, which
     // has no sheet to hand in, was asked for.
     QString pdfSpeichern(bool frageDateiname);
+    QString pdfPfad() const;
+
+signals:
+    // Each player's result after every change of the account, in tournament mode.
+    void ergebnisse(const QStringList &texte);
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *ereignis) override;
