@@ -42,12 +42,45 @@ private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void ganzeListe_data();
     void ganzeListe();
+    void zusaetze_data();
+    void zusaetze();
     void ablehnungen();
     void gesperrt();
     void wartezeit();
     void korrigieren();
     void reizungsDock();
 };
+
+void TstListenfuehrung::zusaetze_data()
+{
+    QTest::addColumn<QStringList>("knoepfe");
+    QTest::addColumn<int>("wert");
+    QTest::newRow("Grand Hand") << QStringList{"tbGrang", "tbHand"} << 72;
+    QTest::newRow("Kreuz Schneider Schwarz")
+        << QStringList{"tbSchneider", "tbSchneiderSchwarz"} << 48;
+    QTest::newRow("Kreuz Schwarz angesagt")
+        << QStringList{"tbSchneider", "tbSchneiderSchwarz", "tbSchwarzAngesagt"} << 60;
+    QTest::newRow("Null Hand") << QStringList{"tbNull", "tbHand"} << 35;
+    QTest::newRow("Null Offen") << QStringList{"tbNull", "tbOffen"} << 46;
+    QTest::newRow("Kreuz verloren") << QStringList{"tbVerloren"} << -48;
+}
+
+// What the panel's extra buttons add reaches the stored value; the next game
+// starts from a clean panel, won and without extras.
+void TstListenfuehrung::zusaetze()
+{
+    QFETCH(QStringList, knoepfe);
+    QFETCH(int, wert);
+    QVERIFY(anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    for (const QString &knopf :
+         knoepfe + QStringList{"tbSpieler2", "pbFertig", "pbInListeEintragen"})
+        klick(&fenster, qPrintable(knopf));
+    eingeben(&fenster, Spiel{"tbKreuz", 2, true, ""});
+    QCOMPARE(spalte("SpielListe", "Gewonnen") + spalte("SpielListe", "Verloren"),
+             QList<int>({qMax(wert, 0), 24, qMax(-wert, 0), 0}));
+}
 
 void TstListenfuehrung::ganzeListe_data()
 {

@@ -139,6 +139,11 @@ void TstNetz::kosten()
     fenster.appendMessage(Manager, "15::$5@1@" + werte);
     QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.7"));
     QCOMPARE(text(&fenster, "leListenName"), QStringLiteral("Skatclub Nord"));
+    // A value no scorer could type is not taken either; the field shows what counts.
+    fenster.appendMessage(Manager, "15::$5@1@0.5|1.0|2.0|3.5|0,2|1.0|2.5|15.0|60|45|35|Nord");
+    QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.7"));
+    QVERIFY2(status(fenster).startsWith("Kartengeld: nur 0,5 bis 100,0"),
+             qPrintable(status(fenster)));
 }
 
 // The manager's arrival swaps the "Neu" page to asking it for players and
