@@ -56,20 +56,40 @@ Regel regelFuer(Kosten wert)
     return RegelGegenspieler;
 }
 
-// In the order the tournament manager sends them.
-const std::array<Kosten, 11> alleKosten{
-    Kosten::Platz1,
-    Kosten::Platz2,
-    Kosten::Platz3,
-    Kosten::Platz4,
-    Kosten::Kartengeld,
-    Kosten::VerlSpiel1Bis5,
-    Kosten::VerlSpielAb6,
-    Kosten::Preisskat,
-    Kosten::GewSpieleMinusVerlSpiele,
-    Kosten::VerlSpieleDerGegenSpieler3,
-    Kosten::VerlSpieleDerGegenSpieler4,
+// Each value with its field and its place in the account, in the order of
+// Einstellungen::Kosten, which is the order the tournament manager sends them
+// in. Money is a double, points an int.
+struct KostenFeld
+{
+    Kosten wert;
+    QLineEdit *Ui::MainWindow::*feld;
+    double KostenWerte::*geld;
+    int KostenWerte::*punkte;
 };
+
+using U = Ui::MainWindow;
+using K = KostenWerte;
+const std::array<KostenFeld, 11> alleKosten{{
+    {Kosten::Platz1, &U::lePlKosten1, &K::platz1, nullptr},
+    {Kosten::Platz2, &U::lePlKosten2, &K::platz2, nullptr},
+    {Kosten::Platz3, &U::lePlKosten3, &K::platz3, nullptr},
+    {Kosten::Platz4, &U::lePlKosten4, &K::platz4, nullptr},
+    {Kosten::Kartengeld, &U::leKartengeld, &K::kartengeld, nullptr},
+    {Kosten::VerlSpiel1Bis5, &U::leVerlSpiele1Bis5, &K::verlSpiel1Bis5, nullptr},
+    {Kosten::VerlSpielAb6, &U::leVerlSpieleAb6, &K::verlSpielAb6, nullptr},
+    {Kosten::Preisskat, &U::lePreisSkat, &K::preisskat, nullptr},
+    {Kosten::GewSpieleMinusVerlSpiele, &U::leGewSpieleAbzglVerlSpiele, nullptr,
+     &K::gewSpieleMinusVerlSpiele},
+    {Kosten::VerlSpieleDerGegenSpieler3, &U::leVerlSpieleDerGegenspieler3, nullptr,
+     &K::verlSpieleDerGegenSpieler3},
+    {Kosten::VerlSpieleDerGegenSpieler4, &U::leVerlSpieleDerGegenspieler4, nullptr,
+     &K::verlSpieleDerGegenSpieler4},
+}};
+
+const KostenFeld &eintrag(Kosten wert)
+{
+    return alleKosten.at(static_cast<size_t>(wert));
+}
 
 } // namespace
 
@@ -94,36 +114,13 @@ BlattSteuerung::~BlattSteuerung() = default;
 
 QLineEdit *BlattSteuerung::kostenFeld(Kosten wert) const
 {
-    switch (wert) {
-    case Kosten::Platz1:
-        return m_ui.lePlKosten1;
-    case Kosten::Platz2:
-        return m_ui.lePlKosten2;
-    case Kosten::Platz3:
-        return m_ui.lePlKosten3;
-    case Kosten::Platz4:
-        return m_ui.lePlKosten4;
-    case Kosten::Kartengeld:
-        return m_ui.leKartengeld;
-    case Kosten::VerlSpiel1Bis5:
-        return m_ui.leVerlSpiele1Bis5;
-    case Kosten::VerlSpielAb6:
-        return m_ui.leVerlSpieleAb6;
-    case Kosten::Preisskat:
-        return m_ui.lePreisSkat;
-    case Kosten::GewSpieleMinusVerlSpiele:
-        return m_ui.leGewSpieleAbzglVerlSpiele;
-    case Kosten::VerlSpieleDerGegenSpieler3:
-        return m_ui.leVerlSpieleDerGegenspieler3;
-    case Kosten::VerlSpieleDerGegenSpieler4:
-        break;
-    }
-    return m_ui.leVerlSpieleDerGegenspieler4;
+    return m_ui.*eintrag(wert).feld;
 }
 
 void BlattSteuerung::kostenFelderEinrichten()
 {
-    for (Kosten wert : alleKosten) {
+    for (const KostenFeld &e : alleKosten) {
+        const Kosten wert = e.wert;
         QLineEdit *feld = kostenFeld(wert);
         if (regelFuer(wert) == RegelGewonnen || regelFuer(wert) == RegelGegenspieler)
             feld->setValidator(new QIntValidator(1, 200, feld));
@@ -134,7 +131,8 @@ void BlattSteuerung::kostenFelderEinrichten()
     }
     // Filled before the edits are followed: only an edit stores a value.
     kostenFelderZeigen();
-    for (Kosten wert : alleKosten) {
+    for (const KostenFeld &e : alleKosten) {
+        const Kosten wert = e.wert;
         connect(kostenFeld(wert), &QLineEdit::textChanged, this,
                 [this, wert](const QString &text) { kostenEingegeben(wert, text); });
         kostenFeld(wert)->installEventFilter(this);
@@ -146,38 +144,15 @@ void BlattSteuerung::kostenFelderEinrichten()
 
 QString BlattSteuerung::kostenText(Kosten wert) const
 {
+    const KostenFeld &e = eintrag(wert);
     const KostenWerte &k = m_einstellungen.kosten();
-    switch (wert) {
-    case Kosten::Platz1:
-        return Kostenrechnung::geldText(k.platz1);
-    case Kosten::Platz2:
-        return Kostenrechnung::geldText(k.platz2);
-    case Kosten::Platz3:
-        return Kostenrechnung::geldText(k.platz3);
-    case Kosten::Platz4:
-        return Kostenrechnung::geldText(k.platz4);
-    case Kosten::Kartengeld:
-        return Kostenrechnung::geldText(k.kartengeld);
-    case Kosten::VerlSpiel1Bis5:
-        return Kostenrechnung::geldText(k.verlSpiel1Bis5);
-    case Kosten::VerlSpielAb6:
-        return Kostenrechnung::geldText(k.verlSpielAb6);
-    case Kosten::Preisskat:
-        return Kostenrechnung::geldText(k.preisskat);
-    case Kosten::GewSpieleMinusVerlSpiele:
-        return QString::number(k.gewSpieleMinusVerlSpiele);
-    case Kosten::VerlSpieleDerGegenSpieler3:
-        return QString::number(k.verlSpieleDerGegenSpieler3);
-    case Kosten::VerlSpieleDerGegenSpieler4:
-        break;
-    }
-    return QString::number(k.verlSpieleDerGegenSpieler4);
+    return e.geld ? Kostenrechnung::geldText(k.*e.geld) : QString::number(k.*e.punkte);
 }
 
 void BlattSteuerung::kostenFelderZeigen()
 {
-    for (Kosten wert : alleKosten)
-        kostenWertZeigen(wert);
+    for (const KostenFeld &e : alleKosten)
+        kostenWertZeigen(e.wert);
 }
 
 void BlattSteuerung::kostenWertZeigen(Kosten wert)
@@ -225,7 +200,8 @@ void BlattSteuerung::kostenHinweis(Kosten wert, const QString &zusatz)
 bool BlattSteuerung::eventFilter(QObject *objekt, QEvent *ereignis)
 {
     if (ereignis->type() == QEvent::FocusOut) {
-        for (Kosten wert : alleKosten) {
+        for (const KostenFeld &e : alleKosten) {
+            const Kosten wert = e.wert;
             if (kostenFeld(wert) != objekt)
                 continue;
             // A field left half typed goes back to what is stored; a valid one
@@ -276,7 +252,7 @@ void BlattSteuerung::kostenVomManager(const QStringList &werte)
     const QStringList felder = werte.at(2).split(QLatin1Char('|'));
     // Each field's edit stores its value, as if typed; the twelfth is the club name.
     for (int i = 0; i < static_cast<int>(alleKosten.size()) && i < felder.size(); ++i)
-        kostenFeld(alleKosten.at(static_cast<size_t>(i)))->setText(felder.at(i));
+        kostenFeld(alleKosten.at(static_cast<size_t>(i)).wert)->setText(felder.at(i));
     if (felder.size() > 11)
         m_einstellungen.vereinsnameSetzen(felder.at(11));
 }
