@@ -39,6 +39,8 @@ private slots:
     void rahmenlesen();
     void nachrichtGrenze_data();
     void nachrichtGrenze();
+    void rahmenBytes_data();
+    void rahmenBytes();
     void kennung_data();
     void kennung();
     void programmname_data();
@@ -149,6 +151,26 @@ void TestVelmoraProtokoll::nachrichtGrenze()
     QCOMPARE(leser.kaputt(), !angenommen);
 }
 
+void TestVelmoraProtokoll::rahmenBytes_data()
+{
+    QTest::addColumn<QByteArray>("rahmen");
+    QTest::addColumn<QByteArray>("hex");
+    QTest::newRow("ping") << rahmen(Art::Ping) << QByteArray("0000000103");
+    QTest::newRow("pong") << rahmen(Art::Pong) << QByteArray("0000000104");
+    QTest::newRow("nachricht") << rahmen(Art::Nachricht, "Hallo")
+                               << QByteArray("000000060248616c6c6f");
+    QTest::newRow("hallo") << rahmen(Art::Hallo, kennungKodieren(tabulor())).left(9)
+                           << QByteArray("000000190156454c4d");
+}
+
+// The bytes docs/lan-protocol.md shows other makers.
+void TestVelmoraProtokoll::rahmenBytes()
+{
+    QFETCH(QByteArray, rahmen);
+    QFETCH(QByteArray, hex);
+    QCOMPARE(rahmen.toHex(), hex);
+}
+
 void TestVelmoraProtokoll::kennung_data()
 {
     QTest::addColumn<QByteArray>("daten");
@@ -165,6 +187,8 @@ void TestVelmoraProtokoll::kennung_data()
         return daten + char(name.size()) + name;
     };
     QTest::newRow("gültig") << gut << true;
+    QTest::newRow("wie in lan-protocol.md")
+        << QByteArray::fromHex("56454C4D00010102030405060708126707546162756C6F72") << true;
     QTest::newRow("fremde magie") << geaendert(0, 'X') << false;
     QTest::newRow("version 2") << geaendert(5, 2) << false;
     QTest::newRow("version 0") << geaendert(5, 0) << false;
