@@ -6,7 +6,6 @@
 
 #include <QNetworkInterface>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QScopeGuard>
 #include <QStandardPaths>
 #include <QtTest>
@@ -42,15 +41,8 @@ public:
             prozess.waitForFinished();
         }
     }
-    // Printed lines without their time stamps.
-    bool hat(const QString &ereignis) const
-    {
-        for (const QString &zeile : zeilen) {
-            if (zeile.mid(13) == ereignis)
-                return true;
-        }
-        return false;
-    }
+    bool hat(const QString &ereignis) const { return anzahl(ereignis) > 0; }
+    // Counts printed lines, time stamps left aside.
     int anzahl(const QString &ereignis) const
     {
         int anzahl = 0;
@@ -105,11 +97,8 @@ void TestVelmoraProzesse::cliPartner()
     QCOMPARE(kartulo.post.at(1), (QList<QVariant>{id, QStringLiteral("zweite")}));
 
     kartulo.client.sendMessage(QStringLiteral("Null ouvert\nHand"));
-    kartulo.client.sendMessage(QString(300, u'x'));
     const QString von = QStringLiteral("MSG ") + kartulo.id() + u' ';
     QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(von + QStringLiteral("Null ouvert\\nHand")), lange);
-    QTRY_VERIFY_WITH_TIMEOUT(
-        tabulor.hat(von + QString(200, u'x') + QStringLiteral("... [300 chars]")), lange);
 
     tabulor.prozess.write("\xc3\xbc"
                           "ber stdin\n\nnoch eine\n");
@@ -122,11 +111,6 @@ void TestVelmoraProzesse::cliPartner()
     QCOMPARE(tabulor.prozess.exitCode(), 0);
     QTRY_COMPARE_WITH_TIMEOUT(kartulo.weg.count(), 1, lange);
     QCOMPARE(Teilnehmer::ids(kartulo.weg), QStringList{id});
-
-    const QRegularExpression zeile(
-        QStringLiteral("^\\d\\d:\\d\\d:\\d\\d\\.\\d\\d\\d (SELF|JOIN|LEAVE|MSG) \\S+"));
-    for (const QString &gedruckt : qAsConst(tabulor.zeilen))
-        QVERIFY2(zeile.match(gedruckt).hasMatch(), qPrintable(gedruckt));
 }
 
 void TestVelmoraProzesse::haengenderPartner()
