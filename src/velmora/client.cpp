@@ -1,14 +1,29 @@
 #include "velmora/client.h"
 
+#include "velmora/netz.h"
+
 Client::Client(const QString &programName, QObject *parent)
-    : QObject(parent), m_programName(programName)
+    : QObject(parent), m_programName(Velmora::programmname(programName)),
+      m_netz(new Velmora::Netz(m_programName, Velmora::einstellungenAusUmgebung(), this))
 {
+    connect(m_netz, &Velmora::Netz::beigetreten, this, &Client::newParticipant);
+    connect(m_netz, &Velmora::Netz::nachricht, this, &Client::newMessage);
+    connect(m_netz, &Velmora::Netz::gegangen, this, &Client::participantLeft);
+}
+
+QString Client::participantId() const
+{
+    return m_netz->eigeneId();
+}
+
+QStringList Client::participants() const
+{
+    return m_netz->teilnehmer();
 }
 
 void Client::sendMessage(const QString &message)
 {
-    // Until the endpoint joins a network it is alone: nobody receives.
-    Q_UNUSED(message);
+    m_netz->senden(message);
 }
 
 namespace Kartulo {

@@ -2,13 +2,19 @@
 
 // The LAN endpoint every table instance joins the club network with. All
 // messages are broadcast to every other participant; addressing happens
-// inside the message text. Participant ids have the form "name@rest".
+// inside the message text. Participant ids have the form
+// "name@<IPv4>:<port>" (docs/lan-protocol.md). Everything happens on the
+// thread that owns the client; do not delete it from its own signals.
 
 #include <QObject>
 #include <QString>
 #include <QStringList>
 
 #include <tuple>
+
+namespace Velmora {
+class Netz;
+}
 
 class Client : public QObject
 {
@@ -18,8 +24,13 @@ public:
     explicit Client(const QString &programName, QObject *parent = nullptr);
 
     QString programName() const { return m_programName; }
+    // This participant's id as others on the LAN most likely see it; the
+    // address part depends on the interface a peer reaches it by.
+    QString participantId() const;
+    // Ids of the participants connected right now.
+    QStringList participants() const;
 
-    // Delivers the text to every other participant.
+    // Delivers the text to every other participant; up to 8 MiB of UTF-8.
     void sendMessage(const QString &message);
 
 signals:
@@ -29,6 +40,7 @@ signals:
 
 private:
     QString m_programName;
+    Velmora::Netz *m_netz;
 };
 
 namespace Kartulo {

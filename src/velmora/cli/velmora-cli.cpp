@@ -1,0 +1,123 @@
+// A participant on the command line: joins the LAN under a program name,
+// prints who comes, goes and says what, and sends its arguments and every
+// line of standard input. It stands in for the other program by hand and in
+// tests.
+
+#include "velmora/client.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QSocketNotifier>
+#include <QTime>
+#include <QTimer>
+
+#include <csignal>
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+void ausgeben(const QString &text)
+{
+    const QByteArray zeile =
+        (QTime::currentTime().toString(QStringLiteral("hh:mm:ss.zzz ")) % text % u'\n').toUtf8();
+    std::fwrite(zeile.constData(), 1, size_t(zeile.size()), stdout);
+    std::fflush(stdout);
+}
+
+// One line per event, whatever the message holds.
+QString fuerDieZeile(const QString &text)
+{
+    constexpr int sichtbar = 200;
+    QString kurz = text.left(sichtbar);
+    kurz.replace(QLatin1Char('\n'), QStringLiteral("\\n"))
+        .replace(QLatin1Char('\r'), QStringLiteral("\\r"));
+    if (text.size() > sichtbar)
+        kurz += QStringLiteral("... [%1 chars]").arg(text.size());
+    return kurz;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    QCommandLineParser optionen;
+    optionen.setApplicationDescription(QStringLiteral("A LAN participant on the command line."));
+    optionen.addHelpOption();
+    const QCommandLineOption name(QStringLiteral("name"),
+                                  QStringLiteral("Program name to join under (Tabulor)."),
+                                  QStringLiteral("name"), QStringLiteral("Tabulor"));
+    const QCommandLineOption stumm(
+        QStringLiteral("quiet-after"),
+        QStringLiteral("N seconds after the first participant came, stop like a hung "
+                       "program (SIGSTOP); SIGCONT resumes."),
+        QStringLiteral("N"));
+    const QCommandLineOption eofEnde(QStringLiteral("exit-on-eof"),
+                                     QStringLiteral("End when standard input ends."));
+    optionen.addOptions({name, stumm, eofEnde});
+    optionen.addPositionalArgument(QStringLiteral("message"),
+                                   QStringLiteral("Sent once the first participant is there."),
+                                   QStringLiteral("[message ...]"));
+    optionen.process(app);
+
+    Client client(optionen.value(name));
+    ausgeben(QStringLiteral("SELF ") % client.participantId());
+
+    // Arguments and early lines wait for somebody to hear them.
+    QStringList wartend = optionen.positionalArguments();
+    bool jemandDa = false;
+    auto senden = [&](const QString &text) {
+        if (jemandDa)
+            client.sendMessage(text);
+        else
+            wartend.append(text);
+    };
+    QObject::connect(&client, &Client::newParticipant, [&](const QString &id) {
+        ausgeben(QStringLiteral("JOIN ") % id);
+        if (jemandDa)
+            return;
+        jemandDa = true;
+        for (const QString &text : qAsConst(wartend))
+            client.sendMessage(text);
+        wartend.clear();
+        if (optionen.isSet(stumm)) {
+            const int ms = int(optionen.value(stumm).toDouble() * 1000);
+            QTimer::singleShot(ms, [] {
+                ausgeben(QStringLiteral("QUIET"));
+                std::raise(SIGSTOP);
+            });
+        }
+    });
+    QObject::connect(&client, &Client::participantLeft,
+                     [](const QString &id) { ausgeben(QStringLiteral("LEAVE ") % id); });
+    QObject::connect(&client, &Client::newMessage, [](const QString &id, const QString &text) {
+        ausgeben(QStringLiteral("MSG ") % id % u' ' % fuerDieZeile(text));
+    });
+
+    QByteArray angefangen;
+    QSocketNotifier eingabe(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&eingabe, &QSocketNotifier::activated, [&] {
+        char puffer[65536];
+        const ssize_t gelesen = ::read(STDIN_FILENO, puffer, sizeof puffer);
+        if (gelesen > 0)
+            angefangen.append(puffer, int(gelesen));
+        else
+            angefangen.append('\n');
+        int ende;
+        while ((ende = angefangen.indexOf('\n')) >= 0) {
+            const QString zeile = QString::fromUtf8(angefangen.left(ende)).remove(u'\r');
+            angefangen.remove(0, ende + 1);
+            if (!zeile.isEmpty())
+                senden(zeile);
+        }
+        if (gelesen > 0)
+            return;
+        eingabe.setEnabled(false);
+        // A moment for the last lines to leave before the links close.
+        if (optionen.isSet(eofEnde))
+            QTimer::singleShot(300, &app, &QCoreApplication::quit);
+    });
+
+    return app.exec();
+}

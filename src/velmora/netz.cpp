@@ -1,0 +1,235 @@
+#include "velmora/netz.h"
+
+#include "velmora/suche.h"
+
+#include <QHostAddress>
+#include <QNetworkInterface>
+#include <QRandomGenerator>
+#include <QTcpSocket>
+
+namespace Velmora {
+
+namespace {
+// Connections that have not said hello yet; more are refused at once, so a
+// flood of them cannot cost memory or hide a real participant for long.
+constexpr int hoechstHalboffen = 16;
+// Attempts under way at the same time; a list full of dead entries must not
+// open sockets without end.
+constexpr int hoechstAusgehend = 64;
+
+int ausUmgebung(const char *name, int standard, int hoechstens)
+{
+    bool gelesen = false;
+    const int wert = qEnvironmentVariableIntValue(name, &gelesen);
+    return gelesen && wert > 0 && wert <= hoechstens ? wert : standard;
+}
+} // namespace
+
+Einstellungen einstellungenAusUmgebung()
+{
+    Einstellungen einstellungen;
+    Zeiten &zeiten = einstellungen.zeiten;
+    zeiten.pingMs = ausUmgebung("VELMORA_PING_MS", zeiten.pingMs, 3600000);
+    zeiten.stilleMs = ausUmgebung("VELMORA_TIMEOUT_MS", zeiten.stilleMs, 3600000);
+    zeiten.halloMs = ausUmgebung("VELMORA_HELLO_MS", zeiten.halloMs, 3600000);
+    einstellungen.udpPort = quint16(ausUmgebung("VELMORA_UDP_PORT", einstellungen.udpPort, 65535));
+    return einstellungen;
+}
+
+Netz::Netz(const QString &programm, const Einstellungen &einstellungen, QObject *parent)
+    : QObject(parent), m_einstellungen(einstellungen)
+{
+    m_eigene.programm = programm;
+    m_eigene.instanz = QRandomGenerator::system()->generate64();
+    if (!m_server.listen(QHostAddress::AnyIPv4))
+        qWarning("velmora: no TCP port: %s", qPrintable(m_server.errorString()));
+    m_eigene.port = m_server.serverPort();
+    connect(&m_server, &QTcpServer::newConnection, this, &Netz::annehmen);
+    auto *suche = new Suche(m_eigene, m_einstellungen.udpPort, this);
+    connect(suche, &Suche::gehoert, this, [this](const Kennung &kennung, quint32 adresse) {
+        if (!bekannt(kennung.instanz, adresse, kennung.port))
+            verbinden(adresse, kennung.port, kennung.instanz);
+    });
+    connect(suche, &Suche::getaktet, this, &Netz::nachbarnAnrufen);
+}
+
+QString Netz::eigeneId() const
+{
+    QHostAddress adresse(QHostAddress::LocalHost);
+    const auto netze = QNetworkInterface::allInterfaces();
+    for (const QNetworkInterface &netz : netze) {
+        const auto art = netz.flags();
+        if (!art.testFlag(QNetworkInterface::IsUp) ||
+            !art.testFlag(QNetworkInterface::CanBroadcast) ||
+            art.testFlag(QNetworkInterface::IsLoopBack))
+            continue;
+        for (const QNetworkAddressEntry &eintrag : netz.addressEntries()) {
+            if (eintrag.ip().protocol() == QAbstractSocket::IPv4Protocol) {
+                adresse = eintrag.ip();
+                break;
+            }
+        }
+        if (adresse != QHostAddress(QHostAddress::LocalHost))
+            break;
+    }
+    return m_eigene.programm % QLatin1Char('@') % adresse.toString() % QLatin1Char(':') %
+           QString::number(m_eigene.port);
+}
+
+QStringList Netz::teilnehmer() const
+{
+    QStringList ids;
+    for (const Verbindung *verbindung : m_stehend)
+        ids.append(verbindung->teilnehmerId());
+    ids.sort();
+    return ids;
+}
+
+void Netz::senden(const QString &text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    if (utf8.size() > hoechsteNachricht) {
+        qWarning("velmora: message of %d bytes not sent, at most %d fit", int(utf8.size()),
+                 hoechsteNachricht);
+        return;
+    }
+    const QByteArray daten = rahmen(Art::Nachricht, utf8);
+    // A copy: a peer that cannot keep up leaves the mesh while we write.
+    const auto alle = m_stehend.values();
+    for (Verbindung *verbindung : alle)
+        verbindung->senden(daten);
+}
+
+void Netz::annehmen()
+{
+    while (QTcpSocket *socket = m_server.nextPendingConnection()) {
+        if (m_eingehend.size() >= hoechstHalboffen) {
+            socket->abort();
+            socket->deleteLater();
+            continue;
+        }
+        auto *verbindung = new Verbindung(socket, m_einstellungen.zeiten, this);
+        m_eingehend.insert(verbindung);
+        verdrahten(verbindung);
+    }
+}
+
+void Netz::verdrahten(Verbindung *verbindung)
+{
+    connect(verbindung, &Verbindung::halloErhalten, this, &Netz::halloErhalten);
+    connect(verbindung, &Verbindung::nachrichtErhalten, this,
+            [this](Verbindung *von, const QString &text) {
+                emit nachricht(von->teilnehmerId(), text);
+            });
+    connect(verbindung, &Verbindung::nachbarnErhalten, this, &Netz::nachbarnAnrufen);
+    connect(verbindung, &Verbindung::beendet, this, &Netz::beendet);
+}
+
+bool Netz::bekannt(quint64 instanz, quint32 adresse, quint16 port) const
+{
+    if (instanz == m_eigene.instanz || m_stehend.contains(instanz) || m_ausgehend.contains(instanz))
+        return true;
+    // A list may name a participant under a stale id; its address is enough.
+    for (const Verbindung *verbindung : m_stehend) {
+        if (verbindung->adresse() == adresse && verbindung->gegenueber().port == port)
+            return true;
+    }
+    return false;
+}
+
+void Netz::verbinden(quint32 adresse, quint16 port, quint64 instanz)
+{
+    if (m_ausgehend.size() >= hoechstAusgehend)
+        return;
+    auto *verbindung = new Verbindung(adresse, port, m_eigene, m_einstellungen.zeiten, this);
+    m_ausgehend.insert(instanz, verbindung);
+    verdrahten(verbindung);
+    verbindung->starten();
+}
+
+void Netz::halloErhalten(Verbindung *verbindung)
+{
+    const quint64 instanz = verbindung->gegenueber().instanz;
+    if (verbindung->ausgehend()) {
+        for (auto it = m_ausgehend.begin(); it != m_ausgehend.end();) {
+            if (it.value() == verbindung)
+                it = m_ausgehend.erase(it);
+            else
+                ++it;
+        }
+    } else {
+        m_eingehend.remove(verbindung);
+    }
+    // The older link stays; the other end opened this one without need.
+    if (instanz == m_eigene.instanz || m_stehend.contains(instanz)) {
+        verbindung->schliessen();
+        return;
+    }
+    Verbindung *eigene = m_ausgehend.value(instanz);
+    if (!verbindung->ausgehend() && eigene) {
+        // Both ends dialled at once: the link opened by the lower instance id
+        // wins. Our own attempt only competes once it reached the other end.
+        if (eigene->tcpSteht() && m_eigene.instanz < instanz) {
+            verbindung->schliessen();
+            return;
+        }
+        m_ausgehend.remove(instanz);
+        eigene->schliessen();
+    }
+    aufnehmen(verbindung);
+}
+
+void Netz::aufnehmen(Verbindung *verbindung)
+{
+    verbindung->aufnehmen(m_eigene);
+    m_stehend.insert(verbindung->gegenueber().instanz, verbindung);
+    nachbarnVerteilen();
+    emit beigetreten(verbindung->teilnehmerId());
+}
+
+void Netz::beendet(Verbindung *verbindung)
+{
+    m_eingehend.remove(verbindung);
+    for (auto it = m_ausgehend.begin(); it != m_ausgehend.end();) {
+        if (it.value() == verbindung)
+            it = m_ausgehend.erase(it);
+        else
+            ++it;
+    }
+    const quint64 instanz = verbindung->gegenueber().instanz;
+    if (verbindung->steht() && m_stehend.value(instanz) == verbindung) {
+        m_stehend.remove(instanz);
+        nachbarnVerteilen();
+        emit gegangen(verbindung->teilnehmerId());
+    }
+}
+
+void Netz::nachbarnVerteilen()
+{
+    QVector<Nachbar> liste;
+    for (const Verbindung *verbindung : m_stehend)
+        liste.append(Nachbar{verbindung->adresse(), verbindung->gegenueber().port,
+                             verbindung->gegenueber().instanz});
+    const QByteArray daten = rahmen(Art::Nachbarn, nachbarnKodieren(liste));
+    const auto alle = m_stehend.values();
+    for (Verbindung *verbindung : alle)
+        verbindung->senden(daten);
+}
+
+void Netz::nachbarnAnrufen()
+{
+    const auto alle = m_stehend.values();
+    for (const Verbindung *von : alle) {
+        for (const Nachbar &nachbar : von->nachbarn()) {
+            if (nachbar.adresse == 0 || nachbar.port == 0)
+                continue;
+            // A neighbour on the sender's own host is reached at the sender's address.
+            const quint32 adresse =
+                QHostAddress(nachbar.adresse).isLoopback() ? von->adresse() : nachbar.adresse;
+            if (!bekannt(nachbar.instanz, adresse, nachbar.port))
+                verbinden(adresse, nachbar.port, nachbar.instanz);
+        }
+    }
+}
+
+} // namespace Velmora

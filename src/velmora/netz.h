@@ -1,0 +1,63 @@
+#pragma once
+
+#include "velmora/verbindung.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QStringList>
+#include <QTcpServer>
+
+namespace Velmora {
+
+class Suche;
+
+struct Einstellungen
+{
+    Zeiten zeiten;
+    quint16 udpPort = standardUdpPort;
+};
+
+// The protocol's values, unless VELMORA_PING_MS, VELMORA_TIMEOUT_MS,
+// VELMORA_HELLO_MS or VELMORA_UDP_PORT say otherwise; tests shorten the
+// waits and keep networks apart with them.
+Einstellungen einstellungenAusUmgebung();
+
+// The mesh as one participant sees it: at most one established link per
+// other participant, whether it was found by beacon or by a neighbour's list.
+class Netz : public QObject
+{
+    Q_OBJECT
+
+public:
+    Netz(const QString &programm, const Einstellungen &einstellungen, QObject *parent);
+
+    QString eigeneId() const;
+    QStringList teilnehmer() const;
+    void senden(const QString &text);
+
+signals:
+    void beigetreten(const QString &id);
+    void nachricht(const QString &id, const QString &text);
+    void gegangen(const QString &id);
+
+private:
+    void annehmen();
+    void verdrahten(Verbindung *verbindung);
+    bool bekannt(quint64 instanz, quint32 adresse, quint16 port) const;
+    void verbinden(quint32 adresse, quint16 port, quint64 instanz);
+    void halloErhalten(Verbindung *verbindung);
+    void aufnehmen(Verbindung *verbindung);
+    void beendet(Verbindung *verbindung);
+    void nachbarnVerteilen();
+    void nachbarnAnrufen();
+
+    Einstellungen m_einstellungen;
+    Kennung m_eigene;
+    QTcpServer m_server;
+    QHash<quint64, Verbindung *> m_stehend;
+    QHash<quint64, Verbindung *> m_ausgehend;
+    QSet<Verbindung *> m_eingehend;
+};
+
+} // namespace Velmora

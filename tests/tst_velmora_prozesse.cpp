@@ -1,0 +1,180 @@
+// velmora-cli as a peer in another process: finding each other, messages
+// both ways, standard input, a hung peer and its return, and two network
+// namespaces joined by a veth pair, where nothing goes over loopback.
+
+#include "helpers/velmorahilfe.h"
+
+#include <QNetworkInterface>
+#include <QProcess>
+#include <QScopeGuard>
+#include <QStandardPaths>
+#include <QtTest>
+
+#include <csignal>
+#include <unistd.h>
+
+namespace {
+
+constexpr int lange = 20000;
+
+// One velmora-cli (or a command that ends in one) and what it printed.
+class Partner
+{
+public:
+    Partner(const QString &programm, const QStringList &argumente)
+    {
+        QObject::connect(&prozess, &QProcess::readyReadStandardOutput, [this] {
+            while (prozess.canReadLine())
+                zeilen.append(QString::fromUtf8(prozess.readLine()).chopped(1));
+        });
+        prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        prozess.start(programm, argumente);
+    }
+    explicit Partner(const QStringList &argumente) : Partner(QStringLiteral(VELMORA_CLI), argumente)
+    {
+    }
+    ~Partner()
+    {
+        if (prozess.state() != QProcess::NotRunning) {
+            ::kill(pid_t(prozess.processId()), SIGCONT);
+            prozess.kill();
+            prozess.waitForFinished();
+        }
+    }
+    bool hat(const QString &ereignis) const { return anzahl(ereignis) > 0; }
+    // Counts printed lines, time stamps left aside.
+    int anzahl(const QString &ereignis) const
+    {
+        int anzahl = 0;
+        for (const QString &zeile : zeilen)
+            anzahl += zeile.mid(13) == ereignis;
+        return anzahl;
+    }
+
+    QProcess prozess;
+    QStringList zeilen;
+};
+
+int ausfuehren(const QString &befehl)
+{
+    return QProcess::execute(QStringLiteral("sh"), {QStringLiteral("-c"), befehl});
+}
+
+} // namespace
+
+class TestVelmoraProzesse : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cliPartner();
+    void haengenderPartner();
+    void zweiNetze();
+};
+
+void TestVelmoraProzesse::initTestCase()
+{
+    qputenv("VELMORA_PING_MS", "250");
+    qputenv("VELMORA_TIMEOUT_MS", "1500");
+    qputenv("VELMORA_HELLO_MS", "1000");
+}
+
+void TestVelmoraProzesse::cliPartner()
+{
+    Teilnehmer kartulo(QStringLiteral("Kartulo"));
+    Partner tabulor(
+        {QStringLiteral("--exit-on-eof"), QStringLiteral("erste"), QStringLiteral("zweite")});
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.neu.count(), 1, lange);
+    const QString id = kartulo.neu.at(0).at(0).toString();
+    QVERIFY(id.startsWith(QStringLiteral("Tabulor@127.0.0.1:")));
+    QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(QStringLiteral("JOIN ") + kartulo.id()), lange);
+    QVERIFY(tabulor.hat(QStringLiteral("SELF ") + id));
+
+    // The arguments wait for the first participant, then go in order.
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.post.count(), 2, lange);
+    QCOMPARE(kartulo.post.at(0), (QList<QVariant>{id, QStringLiteral("erste")}));
+    QCOMPARE(kartulo.post.at(1), (QList<QVariant>{id, QStringLiteral("zweite")}));
+
+    kartulo.client.sendMessage(QStringLiteral("Null ouvert\nHand"));
+    const QString von = QStringLiteral("MSG ") + kartulo.id() + u' ';
+    QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(von + QStringLiteral("Null ouvert\\nHand")), lange);
+
+    tabulor.prozess.write("\xc3\xbc"
+                          "ber stdin\n\nnoch eine\n");
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.post.count(), 4, lange);
+    QCOMPARE(kartulo.post.at(2).at(1).toString(), QStringLiteral("\u00fcber stdin"));
+    QCOMPARE(kartulo.post.at(3).at(1).toString(), QStringLiteral("noch eine"));
+
+    tabulor.prozess.closeWriteChannel();
+    QTRY_COMPARE_WITH_TIMEOUT(tabulor.prozess.state(), QProcess::NotRunning, lange);
+    QCOMPARE(tabulor.prozess.exitCode(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.weg.count(), 1, lange);
+    QCOMPARE(Teilnehmer::ids(kartulo.weg), QStringList{id});
+}
+
+void TestVelmoraProzesse::haengenderPartner()
+{
+    Teilnehmer kartulo(QStringLiteral("Kartulo"));
+    Partner tabulor({QStringLiteral("--quiet-after"), QStringLiteral("0.5")});
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.neu.count(), 1, lange);
+    QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(QStringLiteral("QUIET")), lange);
+
+    // Stopped, it keeps its connection open but answers nothing.
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.weg.count(), 1, lange);
+    QCOMPARE(Teilnehmer::ids(kartulo.weg), Teilnehmer::ids(kartulo.neu));
+
+    ::kill(pid_t(tabulor.prozess.processId()), SIGCONT);
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.neu.count(), 2, lange);
+    QCOMPARE(kartulo.neu.at(1), kartulo.neu.at(0));
+    QTRY_COMPARE_WITH_TIMEOUT(tabulor.anzahl(QStringLiteral("JOIN ") + kartulo.id()), 2, lange);
+    QVERIFY(tabulor.hat(QStringLiteral("LEAVE ") + kartulo.id()));
+    QCOMPARE(kartulo.weg.count(), 1);
+}
+
+void TestVelmoraProzesse::zweiNetze()
+{
+    const QString ip = QStandardPaths::findExecutable(QStringLiteral("ip"));
+    const QString unshare = QStandardPaths::findExecutable(QStringLiteral("unshare"));
+    if (::geteuid() != 0 || ip.isEmpty() || unshare.isEmpty())
+        QSKIP("needs root in the test's network namespace, ip and unshare");
+    // Never touch a real machine's interfaces: only a namespace of loopback alone will do.
+    const auto netze = QNetworkInterface::allInterfaces();
+    for (const QNetworkInterface &netz : netze) {
+        if (!netz.flags().testFlag(QNetworkInterface::IsLoopBack))
+            QSKIP("runs only in a private network namespace (scripts/netns.sh)");
+    }
+    if (ausfuehren(QStringLiteral("ip link add vlm0 type veth peer name vlm1")) != 0)
+        QSKIP("no veth pairs here");
+    const auto abbauen = qScopeGuard([] { ausfuehren(QStringLiteral("ip link del vlm0")); });
+    QCOMPARE(ausfuehren(QStringLiteral("ip addr add 10.77.0.2/24 dev vlm0 && ip link set vlm0 up")),
+             0);
+
+    // Tabulor gets a namespace of its own with the other end of the pair.
+    const QString innen = QStringLiteral(
+        "echo bereit; while ! ip link show vlm1 >/dev/null 2>&1; do sleep 0.05; done; "
+        "ip link set lo up && ip addr add 10.77.0.3/24 dev vlm1 && ip link set vlm1 up && "
+        "exec \"$0\" --name Tabulor 'ueber die Leitung'");
+    Partner tabulor(unshare, {QStringLiteral("-n"), QStringLiteral("--"), QStringLiteral("sh"),
+                              QStringLiteral("-c"), innen, QStringLiteral(VELMORA_CLI)});
+    QTRY_VERIFY_WITH_TIMEOUT(tabulor.zeilen.contains(QStringLiteral("bereit")), lange);
+    QCOMPARE(
+        ausfuehren(QStringLiteral("ip link set vlm1 netns %1").arg(tabulor.prozess.processId())),
+        0);
+
+    Teilnehmer kartulo(QStringLiteral("Kartulo"));
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.neu.count(), 1, lange);
+    const QString id = kartulo.neu.at(0).at(0).toString();
+    QVERIFY2(id.startsWith(QStringLiteral("Tabulor@10.77.0.3:")), qPrintable(id));
+    QCOMPARE(kartulo.id(), QStringLiteral("Kartulo@10.77.0.2:%1").arg(kartulo.port()));
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.post.count(), 1, lange);
+    QCOMPARE(kartulo.post.at(0), (QList<QVariant>{id, QStringLiteral("ueber die Leitung")}));
+    QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(QStringLiteral("SELF ") + id), lange);
+    QVERIFY(tabulor.hat(QStringLiteral("JOIN ") + kartulo.id()));
+    kartulo.client.sendMessage(QStringLiteral("zurück"));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        tabulor.hat(QStringLiteral("MSG ") + kartulo.id() + QStringLiteral(" zurück")), lange);
+}
+
+QTEST_GUILESS_MAIN(TestVelmoraProzesse)
+#include "tst_velmora_prozesse.moc"
