@@ -14,7 +14,10 @@ target_compile_definitions(kartulo_options INTERFACE
 function(kartulo_add_test name toolkit)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE ${toolkit} kartulo_options)
-  add_test(NAME ${name} COMMAND ${name})
+  # Each test program in a network namespace of its own: the window joins the
+  # LAN, and programs run side by side must neither reach the machine's
+  # network nor find each other.
+  add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/scripts/netns.sh $<TARGET_FILE:${name}>)
   set_tests_properties(${name} PROPERTIES
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false"
     TIMEOUT 300)
