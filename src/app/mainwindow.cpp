@@ -56,6 +56,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     m_blatt = new BlattSteuerung(this, *ui, *m_dienst, *m_einstellungen);
     m_dateien = new DateiSteuerung(this, m_grosserBildschirm, *m_dienst, *m_einstellungen);
     m_netz = new NetzSteuerung(this, *ui, *m_dienst);
+    m_rang = new RanglistenSteuerung(this, *ui, *m_dienst);
     teileVerbinden();
     menuesVerbinden();
     datenbankOeffnen(m_dienst->oeffnen());
@@ -71,8 +72,8 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
 MainWindow::~MainWindow()
 {
     // The parts show the list, so they go before it.
-    for (QObject *teil : std::initializer_list<QObject *>{m_netz, m_dateien, m_blatt, m_modus,
-                                                          m_stand, m_eintrag, m_sitze, m_kopf})
+    for (QObject *teil : std::initializer_list<QObject *>{
+             m_rang, m_netz, m_dateien, m_blatt, m_modus, m_stand, m_eintrag, m_sitze, m_kopf})
         delete teil;
 }
 
@@ -181,6 +182,14 @@ void MainWindow::teileVerbinden()
     connect(m_netz, &NetzSteuerung::gruppe, m_kopf, &KopfSteuerung::gruppeVorgeben);
     connect(m_netz, &NetzSteuerung::auslosung, m_kopf, &KopfSteuerung::auslosungZeigen);
     connect(m_netz, &NetzSteuerung::kosten, m_blatt, &BlattSteuerung::kostenVomManager);
+    connect(m_blatt, &BlattSteuerung::ergebnisse, m_rang, &RanglistenSteuerung::aufnehmen);
+    connect(m_netz, &NetzSteuerung::ergebnisseEmpfangen, m_rang, &RanglistenSteuerung::aufnehmen);
+    connect(m_rang, &RanglistenSteuerung::ergebnisseSenden, m_netz,
+            &NetzSteuerung::ergebnisseSenden);
+    connect(m_netz, &NetzSteuerung::managerGeaendert, m_rang, [this](bool verbunden) {
+        if (verbunden)
+            m_rang->leeren();
+    });
 }
 
 void MainWindow::menuesVerbinden()
@@ -240,6 +249,12 @@ void MainWindow::punkteZeilenSenden(const QStringList &zeilen)
     emit messageSumme2(zeilen.value(1));
     emit messageSumme3(zeilen.value(2));
     emit messageSumme4(zeilen.value(3));
+}
+
+void MainWindow::onSpielStandsAnzeigeAufNullSetzen()
+{
+    m_stand->leeren();
+    m_rang->onSpielStandsAnzeigeAufNullSetzen();
 }
 
 void MainWindow::rundenEnde()

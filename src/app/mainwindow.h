@@ -10,6 +10,7 @@
 #include "app/header/kopfsteuerung.h"
 #include "app/link/netzsteuerung.h"
 #include "app/players/sitzsteuerung.h"
+#include "app/ranking/ranglistensteuerung.h"
 #include "app/sheets/blattsteuerung.h"
 #include "app/standings/modussteuerung.h"
 #include "app/standings/standsteuerung.h"
@@ -158,7 +159,10 @@ public slots:
     }
 
     // Standings
-    void onSpielStandsAnzeigeAufNullSetzen() { m_stand->leeren(); }
+    void onSpielStandsAnzeigeAufNullSetzen();
+    // Ranking
+    void onTischreihenfolgeAuswerten() { m_rang->onTischreihenfolgeAuswerten(); }
+    void onSaveRangliste() { m_rang->onSaveRangliste(); }
     void setPunkteHighlited(int sitz) { m_stand->hervorheben(sitz); }
     void setPunkte1(QString text) { m_stand->punkteSetzen(0, text); }
     void setPunkte2(QString text) { m_stand->punkteSetzen(1, text); }
@@ -202,4 +206,5 @@ private:
     BlattSteuerung *m_blatt;
     DateiSteuerung *m_dateien;
     NetzSteuerung *m_netz;
+    RanglistenSteuerung *m_rang;
 };

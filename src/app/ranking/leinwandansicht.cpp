@@ -1,0 +1,97 @@
+#include "app/ranking/leinwandansicht.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QSortFilterProxyModel>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace {
+
+// Points decide the order; the model holds them as text.
+class NachPunkten : public QSortFilterProxyModel
+{
+public:
+    using QSortFilterProxyModel::QSortFilterProxyModel;
+
+protected:
+    bool lessThan(const QModelIndex &links, const QModelIndex &rechts) const override
+    {
+        return links.data().toString().toInt() < rechts.data().toString().toInt();
+    }
+};
+
+} // namespace
+
+LeinwandAnsicht::LeinwandAnsicht(QAbstractItemModel *modell, QWidget *parent)
+    : QWidget(parent, Qt::Window)
+{
+    setObjectName(QStringLiteral("leinwand"));
+    setWindowTitle(QStringLiteral("Rangliste"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setStyleSheet(QStringLiteral("LeinwandAnsicht, QTableView { background: #10243a; color: white; "
+                                 "gridline-color: #2e4a66; } QHeaderView::section { background: "
+                                 "#10243a; color: #ffd966; border: none; }"));
+    auto *nachPunkten = new NachPunkten(this);
+    nachPunkten->setSourceModel(modell);
+    nachPunkten->setDynamicSortFilter(true);
+    nachPunkten->sort(3, Qt::DescendingOrder);
+
+    m_titel = new QLabel(QStringLiteral("Rangliste"), this);
+    m_titel->setAlignment(Qt::AlignCenter);
+    m_tabelle = new QTableView(this);
+    m_tabelle->setObjectName(QStringLiteral("tblLeinwand"));
+    m_tabelle->setModel(nachPunkten);
+    m_tabelle->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_tabelle->setSelectionMode(QAbstractItemView::NoSelection);
+    m_tabelle->setFocusPolicy(Qt::NoFocus);
+    m_tabelle->setShowGrid(false);
+    // Place, name, table, points, won, lost: the series, the costs and the
+    // proposed seat are for the organiser's desk.
+    for (int spalte : {2, 6, 7})
+        m_tabelle->setColumnHidden(spalte, true);
+    m_tabelle->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_tabelle->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_tabelle->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_tabelle->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(40, 20, 40, 20);
+    layout->addWidget(m_titel);
+    layout->addWidget(m_tabelle, 1);
+    connect(nachPunkten, &QAbstractItemModel::rowsInserted, this,
+            &LeinwandAnsicht::schriftAnpassen);
+    connect(nachPunkten, &QAbstractItemModel::modelReset, this, &LeinwandAnsicht::schriftAnpassen);
+    schriftAnpassen();
+}
+
+void LeinwandAnsicht::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        close();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void LeinwandAnsicht::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    schriftAnpassen();
+}
+
+void LeinwandAnsicht::schriftAnpassen()
+{
+    // As large as the rows allow, never below what reads from the back of a room.
+    const int zeilen = qMax(m_tabelle->model()->rowCount(), 8) + 2;
+    const int pixel = qBound(28, height() / (zeilen + 2) * 6 / 10, 72);
+    QFont schrift = font();
+    schrift.setPixelSize(pixel);
+    schrift.setBold(true);
+    m_tabelle->setFont(schrift);
+    m_tabelle->horizontalHeader()->setFont(schrift);
+    m_tabelle->verticalHeader()->setFont(schrift);
+    schrift.setPixelSize(pixel * 3 / 2);
+    m_titel->setFont(schrift);
+}

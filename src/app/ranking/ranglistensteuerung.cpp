@@ -1,0 +1,175 @@
+#include "app/ranking/ranglistensteuerung.h"
+
+#include "app/ranking/leinwandansicht.h"
+#include "app/sheets/treeview.h"
+#include "core/service/einstellungen.h"
+#include "core/service/listendienst.h"
+#include "ui_mainwindow.h"
+
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QScreen>
+#include <QSortFilterProxyModel>
+#include <QStandardItemModel>
+
+namespace {
+
+const QStringList Kopf{QStringLiteral("Name"),     QStringLiteral("Tischnr"),
+                       QStringLiteral("Serie"),    QStringLiteral("Punkte"),
+                       QStringLiteral("Gewonnen"), QStringLiteral("Verloren"),
+                       QStringLiteral("Kosten"),   QStringLiteral("Tisch-Platz")};
+
+} // namespace
+
+RanglistenSteuerung::RanglistenSteuerung(QMainWindow *fenster, Ui::MainWindow &ui,
+                                         ListenDienst &dienst)
+    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst),
+      m_modell(new QStandardItemModel(0, 8, this)), m_proxy(new QSortFilterProxyModel(this))
+{
+    m_modell->setHorizontalHeaderLabels(Kopf);
+    m_proxy->setSourceModel(m_modell);
+    m_ansicht = new TreeView(m_ui.tabSpielstaende);
+    m_ansicht->setObjectName(QStringLiteral("tvRangliste"));
+    m_ansicht->setModel(m_proxy);
+    auto *knoepfe = new QHBoxLayout;
+    const auto knopf = [&](const QString &name, const QString &text, auto slot) {
+        auto *k = new QPushButton(text, m_ui.tabSpielstaende);
+        k->setObjectName(name);
+        connect(k, &QPushButton::clicked, this, slot);
+        knoepfe->addWidget(k);
+    };
+    knopf(QStringLiteral("pbReihenfolgeAuswerten"), QStringLiteral("Reihenfolge auswerten"),
+          &RanglistenSteuerung::onTischreihenfolgeAuswerten);
+    knopf(QStringLiteral("pbRanglisteSpeichern"), QStringLiteral("Rangliste speichern"),
+          &RanglistenSteuerung::onSaveRangliste);
+    knopf(QStringLiteral("pbLeinwand"), QStringLiteral("Vollbild"),
+          &RanglistenSteuerung::leinwandZeigen);
+    m_ui.vlSpielstaende->addWidget(m_ansicht);
+    m_ui.vlSpielstaende->addLayout(knoepfe);
+}
+
+RanglistenSteuerung::~RanglistenSteuerung()
+{
+    delete m_leinwand;
+}
+
+QVector<RanglistenZeile> RanglistenSteuerung::zeilen() const
+{
+    QVector<RanglistenZeile> liste;
+    for (int zeile = 0; zeile < m_modell->rowCount(); ++zeile) {
+        const auto text = [this, zeile](int spalte) {
+            return m_modell->index(zeile, spalte).data().toString();
+        };
+        liste.append({text(0), text(1), text(2), text(3), text(4), text(5), text(6), text(7)});
+    }
+    return liste;
+}
+
+void RanglistenSteuerung::zeigen(const QVector<RanglistenZeile> &zeilen)
+{
+    // Rows are replaced as a whole; with the few dozen players of an evening
+    // that is cheaper than keeping two orders in step.
+    m_modell->removeRows(0, m_modell->rowCount());
+    for (const RanglistenZeile &z : zeilen) {
+        const QBrush farbe(z.tisch.toInt() % 2 == 1 ? Qt::cyan : Qt::lightGray, Qt::SolidPattern);
+        QList<QStandardItem *> reihe;
+        for (const QString &text :
+             {z.name, z.tisch, z.serie, z.punkte, z.gewonnen, z.verloren, z.kosten}) {
+            auto *item = new QStandardItem(text);
+            item->setData(farbe, Qt::BackgroundRole);
+            if (!reihe.isEmpty())
+                item->setTextAlignment(Qt::AlignRight);
+            reihe << item;
+        }
+        auto *platz = new QStandardItem(z.platz);
+        platz->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+        reihe << platz;
+        m_modell->appendRow(reihe);
+    }
+}
+
+void RanglistenSteuerung::aufnehmen(const QStringList &ergebnisse)
+{
+    QVector<RanglistenZeile> liste = zeilen();
+    Rangliste::aufnehmen(liste, ergebnisse);
+    zeigen(liste);
+}
+
+void RanglistenSteuerung::leeren()
+{
+    m_modell->clear();
+    m_modell->setColumnCount(8);
+    m_modell->setHorizontalHeaderLabels(Kopf);
+}
+
+void RanglistenSteuerung::onSpielStandsAnzeigeAufNullSetzen()
+{
+    leeren();
+    const ListenKopf &kopf = m_dienst.kopf();
+    QStringList ergebnisse;
+    for (const Teilnehmer &t : m_dienst.teilnehmer())
+        ergebnisse
+            << QStringLiteral("%1|%2|%3|0|0|0|0|-").arg(t.name).arg(kopf.tischNr).arg(kopf.serie);
+    aufnehmen(ergebnisse);
+    emit ergebnisseSenden(ergebnisse);
+}
+
+void RanglistenSteuerung::onTischreihenfolgeAuswerten()
+{
+    QVector<RanglistenZeile> liste = zeilen();
+    Rangliste::tischreihenfolgeAuswerten(liste);
+    zeigen(liste);
+}
+
+void RanglistenSteuerung::onSaveRangliste()
+{
+    // In the order the list is shown, so the scorer's sort decides the file's.
+    QVector<RanglistenZeile> gezeigt;
+    const QVector<RanglistenZeile> alle = zeilen();
+    for (int zeile = 0; zeile < m_proxy->rowCount(); ++zeile)
+        gezeigt << alle.at(m_proxy->mapToSource(m_proxy->index(zeile, 0)).row());
+    const QDate datum = m_ui.deDatum->date();
+    speichern(QStringLiteral("Als Textdatei speichern?"), Rangliste::textDateiName(datum),
+              Rangliste::textDatei(gezeigt));
+    speichern(QStringLiteral("Als Excel-Import-Datei speichern?"),
+              Rangliste::tabellenDateiName(datum), Rangliste::tabellenDatei(gezeigt));
+}
+
+void RanglistenSteuerung::speichern(const QString &frage, const QString &name,
+                                    const QString &inhalt)
+{
+    if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"), frage,
+                              QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+        return;
+    const QString pfad = QStringLiteral("%1/%2").arg(Einstellungen::datenVerzeichnis(), name);
+    QSaveFile datei(pfad);
+    const QByteArray bytes = inhalt.toLocal8Bit();
+    if (!datei.open(QIODevice::WriteOnly | QIODevice::Text) || datei.write(bytes) != bytes.size() ||
+        !datei.commit()) {
+        QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"),
+                             QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden:\n%2")
+                                 .arg(pfad, datei.errorString()));
+        return;
+    }
+    QMessageBox::information(m_fenster, QStringLiteral("INFO"),
+                             QStringLiteral("Datei %1 abgespeichert!").arg(pfad));
+}
+
+void RanglistenSteuerung::leinwandZeigen()
+{
+    if (!m_leinwand)
+        m_leinwand = new LeinwandAnsicht(m_modell);
+    const QList<QScreen *> schirme = QGuiApplication::screens();
+    // The other screen when the laptop drives a projector too.
+    QScreen *schirm = schirme.size() > 1 && schirme.last() != m_fenster->screen()
+                          ? schirme.last()
+                          : m_fenster->screen();
+    m_leinwand->setGeometry(schirm->geometry());
+    m_leinwand->showFullScreen();
+    m_leinwand->raise();
+    m_leinwand->activateWindow();
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+// The "Spielstaende" page: the evening's ranking across the tables as their
+// results arrive, the seating proposed for the next series, the two ranking
+// files, and the ranking full screen for a projector.
+
+#include "core/ranking/rangliste.h"
+
+#include <QObject>
+#include <QPointer>
+
+class LeinwandAnsicht;
+class ListenDienst;
+class QMainWindow;
+class QSortFilterProxyModel;
+class QStandardItemModel;
+class TreeView;
+
+namespace Ui {
+class MainWindow;
+}
+
+class RanglistenSteuerung : public QObject
+{
+    Q_OBJECT
+
+public:
+    RanglistenSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst);
+    ~RanglistenSteuerung() override;
+
+    QStandardItemModel *modell() const { return m_modell; }
+
+    // Results "name|table|series|points|won|lost|costs|-|place", this
+    // table's own or another's.
+    void aufnehmen(const QStringList &ergebnisse);
+    // Empties the ranking and starts this table's players at zero, here and,
+    // through the link, everywhere.
+    void onSpielStandsAnzeigeAufNullSetzen();
+    void onTischreihenfolgeAuswerten();
+    void onSaveRangliste();
+    // Empty, with its headings: a manager has come.
+    void leeren();
+    // The ranking full screen, on a second screen when there is one.
+    void leinwandZeigen();
+
+signals:
+    void ergebnisseSenden(const QStringList &ergebnisse);
+
+private:
+    QVector<RanglistenZeile> zeilen() const;
+    void zeigen(const QVector<RanglistenZeile> &zeilen);
+    void speichern(const QString &frage, const QString &name, const QString &inhalt);
+
+    QMainWindow *m_fenster;
+    Ui::MainWindow &m_ui;
+    ListenDienst &m_dienst;
+    QStandardItemModel *m_modell;
+    QSortFilterProxyModel *m_proxy;
+    TreeView *m_ansicht;
+    QPointer<LeinwandAnsicht> m_leinwand;
+};

@@ -1,0 +1,125 @@
+// The ranking in the window: results of this table and of others, the reset
+// at a new list, the seating proposal, the files, and the projector view.
+
+#include "app/mainwindow.h"
+#include "helpers/fensterhilfe.h"
+#include "helpers/meldungsbeantworter.h"
+#include "helpers/testprotokoll.h"
+
+#include <QtWidgets>
+
+using namespace Fenster;
+
+namespace {
+
+QStringList spalte(QAbstractItemModel *modell, int spalte)
+{
+    QStringList texte;
+    for (int zeile = 0; zeile < modell->rowCount(); ++zeile)
+        texte << modell->index(zeile, spalte).data().toString();
+    return texte;
+}
+
+QAbstractItemModel *rangliste(MainWindow &fenster)
+{
+    return kind<QTreeView>(&fenster, "tvRangliste")->model();
+}
+
+} // namespace
+
+class TstRangFenster : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { TestUmgebung::allesLoeschen(); }
+    void ergebnisse();
+    void dateien();
+    void leinwand();
+};
+
+// Another table's results and this table's own after a game meet in one
+// list, coloured by table; a new list starts this table at zero.
+void TstRangFenster::ergebnisse()
+{
+    QVERIFY(TestProtokoll::anlegen(3, 36, 0, 2));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    fenster.appendMessage("Kartulo@10.0.0.12:4000",
+                          "7:10.0.0.12:$Otto|1|1|120|3|0|4.5|-|1@Eva|1|1|-30|0|2|8|-|2");
+    eingeben(&fenster, Spiel{"tbKreuz", 1, true, ""});
+    QAbstractItemModel *modell = rangliste(fenster);
+    QCOMPARE(spalte(modell, 0), QStringList({"Otto", "Eva", "Anna", "Bernd", "Clara"}));
+    QCOMPARE(spalte(modell, 1), QStringList({"1", "1", "2", "2", "2"}));
+    QCOMPARE(spalte(modell, 7), QStringList({"-", "-", "-", "-", "-"}));
+    const QColor ungerade = modell->index(0, 0).data(Qt::BackgroundRole).value<QBrush>().color();
+    const QColor gerade = modell->index(2, 6).data(Qt::BackgroundRole).value<QBrush>().color();
+    QCOMPARE(ungerade, QColor(Qt::cyan));
+    QCOMPARE(gerade, QColor(Qt::lightGray));
+    QVERIFY(!modell->index(0, 7).data(Qt::BackgroundRole).isValid());
+
+    fenster.onTischreihenfolgeAuswerten();
+    QCOMPARE(spalte(modell, 7).mid(0, 2), QStringList({"1 - 1", "2 - 2"}));
+
+    fenster.onSpielStandsAnzeigeAufNullSetzen();
+    QCOMPARE(spalte(modell, 0), QStringList({"Anna", "Bernd", "Clara"}));
+    QCOMPARE(spalte(modell, 3), QStringList({"0", "0", "0"}));
+}
+
+// Both files land in the data directory under the date's name after their
+// question; a file that cannot be written is named with its reason.
+void TstRangFenster::dateien()
+{
+    QVERIFY(TestProtokoll::anlegen(3, 36, 0, 2));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    fenster.appendMessage("Kartulo@10.0.0.12:4000", "7:10.0.0.12:$Otto|1|1|120|3|0|4.5|-|1");
+    const QString name = TestUmgebung::datenVerzeichnis() + "/20-11-26Serie20-11-26_";
+    antworten.antworte(QMessageBox::No);
+    fenster.onSaveRangliste();
+    QVERIFY(!QFile::exists(name + "Text.txt"));
+    QFile tabelle(name + "Excel.txt");
+    QVERIFY(tabelle.open(QIODevice::ReadOnly));
+    QCOMPARE(tabelle.readAll().split('\n').mid(0, 2),
+             QList<QByteArray>({"Name,Tisch,Serie,Punkte,Gewonnen,Verloren,Kosten,Tisch-Platz",
+                                "Otto,1,1,120,3,0,4.5,-"}));
+    QCOMPARE(antworten.texte,
+             QStringList({"Als Textdatei speichern?", "Als Excel-Import-Datei speichern?",
+                          "Datei " + name + "Excel.txt abgespeichert!"}));
+
+    antworten.titel.clear();
+    antworten.texte.clear();
+    QVERIFY(QDir().mkdir(name + "Text.txt"));
+    antworten.antworte(QMessageBox::Yes);
+    antworten.antworte(QMessageBox::No);
+    fenster.onSaveRangliste();
+    QCOMPARE(antworten.titel.value(1), QStringLiteral("WARNUNG"));
+    QVERIFY2(antworten.texte.value(1).startsWith("Die Datei\n" + name + "Text.txt\n"),
+             qPrintable(antworten.texte.value(1)));
+}
+
+// The projector view fills its screen, follows the ranking with the best on
+// top in large type, and Esc closes it.
+void TstRangFenster::leinwand()
+{
+    QVERIFY(TestProtokoll::anlegen(3, 36, 0, 2));
+    MainWindow fenster;
+    fenster.appendMessage("Kartulo@10.0.0.12:4000", "7:10.0.0.12:$Otto|1|1|20|3|0|4.5|-|1");
+    klick(&fenster, "pbLeinwand");
+    QWidget *leinwand = nullptr;
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (w->objectName() == "leinwand" && w->isVisible())
+            leinwand = w;
+    QVERIFY(leinwand);
+    QVERIFY(leinwand->windowState() & Qt::WindowFullScreen);
+    auto *tabelle = kind<QTableView>(leinwand, "tblLeinwand");
+    fenster.appendMessage("Kartulo@10.0.0.13:4000", "7:10.0.0.13:$Eva|3|1|50|2|0|1|-|1");
+    QCOMPARE(spalte(tabelle->model(), 0).mid(0, 2), QStringList({"Eva", "Otto"}));
+    QVERIFY(tabelle->font().pixelSize() >= 28);
+    const QPointer<QWidget> offen(leinwand);
+    QTest::keyClick(leinwand, Qt::Key_Escape);
+    QTRY_VERIFY(offen.isNull());
+}
+
+KARTULO_TEST_MAIN(TstRangFenster)
+#include "tst_rangfenster.moc"
