@@ -1,7 +1,7 @@
 // The table on the club network as the window sees it: what the manager and
 // other tables send, who joins and leaves, and the switch that stops messages.
-// The test namespace has no address but loopback, so this table's own
-// address is empty and a message to it carries an empty address field.
+// The test namespace has no address but loopback, so this table calls itself
+// 127.0.0.1.
 
 #include "app/mainwindow.h"
 #include "helpers/fensterhilfe.h"
@@ -51,29 +51,29 @@ void TstNetz::vomManager_data()
     QTest::addColumn<QString>("von");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("meldung");
-    QTest::newRow("vergeben") << Manager << "3::$7"
+    QTest::newRow("vergeben") << Manager << "3:127.0.0.1:$7"
                               << "Tisch 7 ist schon vergeben!";
     QTest::newRow("anderer Tisch") << Manager << "3:10.0.0.1:$7"
                                    << "";
-    QTest::newRow("von einem Tisch") << Tisch << "3::$7"
+    QTest::newRow("von einem Tisch") << Tisch << "3:127.0.0.1:$7"
                                      << "";
     QTest::newRow("fremdes Programm") << "Fremd@10.0.0.3:1"
-                                      << "3::$7"
+                                      << "3:127.0.0.1:$7"
                                       << "";
     QTest::newRow("Typ 0") << Manager << "x::$7"
                            << "";
-    QTest::newRow("kaputt") << Manager << "3::$7$8"
+    QTest::newRow("kaputt") << Manager << "3:127.0.0.1:$7$8"
                             << "";
     QTest::newRow("leerer Absender") << ""
-                                     << "3::$7"
+                                     << "3:127.0.0.1:$7"
                                      << "";
     QTest::newRow("Auslosung ohne eigenen Tisch")
-        << Manager << "6::G$9@1@1|Anna|Ja|Ja@2|Bernd|Ja|Ja@3|Clara|Ja|Ja"
+        << Manager << "6:127.0.0.1:G$9@1@1|Anna|Ja|Ja@2|Bernd|Ja|Ja@3|Clara|Ja|Ja"
         << "Auslosung noch nicht abgeschlossen\noder Tisch 5 nicht vorhanden!";
-    QTest::newRow("Auslosung zu wenige") << Manager << "6::G$5@1@1|Anna|Ja|Ja"
+    QTest::newRow("Auslosung zu wenige") << Manager << "6:127.0.0.1:G$5@1@1|Anna|Ja|Ja"
                                          << "Auslosung noch nicht abgeschlossen\noder Tisch 5 "
                                             "nicht vorhanden!";
-    QTest::newRow("Tischnummer vom Manager") << Manager << "12::$9"
+    QTest::newRow("Tischnummer vom Manager") << Manager << "12:127.0.0.1:$9"
                                              << "";
 }
 
@@ -109,9 +109,8 @@ void TstNetz::auslosung()
     laufendeListe();
     MeldungsBeantworter antworten;
     MainWindow fenster;
-    fenster.appendMessage(
-        Manager,
-        "6::Gruppe B$5@2@31|Erika Muster|Ja|Nein@32|Otto Normal|Nein|Ja@33|Eva Lang|Ja|Ja");
+    fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$5@2@31|Erika Muster|Ja|Nein@32|Otto "
+                                   "Normal|Nein|Ja@33|Eva Lang|Ja|Ja");
     QCOMPARE(antworten.texte, QStringList({"Neues Protokoll?"}));
     QCOMPARE(kind<QTabWidget>(&fenster, "tabWidget")->currentWidget()->objectName(),
              QStringLiteral("tabNeu"));
@@ -132,15 +131,17 @@ void TstNetz::kosten()
     laufendeListe();
     MainWindow fenster;
     const QString werte = "0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|Skatclub Nord";
-    for (const QString &text : QStringList{"15:10.0.0.1:$5@1@" + werte, "15::Andere$5@1@" + werte,
-                                           "15::$6@1@" + werte, "15::$5@1"})
+    for (const QString &text :
+         QStringList{"15:10.0.0.1:$5@1@" + werte, "15:127.0.0.1:Andere$5@1@" + werte,
+                     "15:127.0.0.1:$6@1@" + werte, "15:127.0.0.1:$5@1"})
         fenster.appendMessage(Manager, text);
     QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("1.0"));
-    fenster.appendMessage(Manager, "15::$5@1@" + werte);
+    fenster.appendMessage(Manager, "15:127.0.0.1:$5@1@" + werte);
     QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.7"));
     QCOMPARE(text(&fenster, "leListenName"), QStringLiteral("Skatclub Nord"));
     // A value no scorer could type is not taken either; the field shows what counts.
-    fenster.appendMessage(Manager, "15::$5@1@0.5|1.0|2.0|3.5|0,2|1.0|2.5|15.0|60|45|35|Nord");
+    fenster.appendMessage(Manager,
+                          "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0,2|1.0|2.5|15.0|60|45|35|Nord");
     QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.7"));
     QVERIFY2(status(fenster).startsWith("Kartengeld: nur 0,5 bis 100,0"),
              qPrintable(status(fenster)));
@@ -187,11 +188,11 @@ void TstNetz::wlanAus()
     Client *client = fenster.findChild<Client *>();
     QVERIFY(client);
     fenster.onWlanBenutzen(false);
-    emit client->newMessage(Manager, "3::$7");
+    emit client->newMessage(Manager, "3:127.0.0.1:$7");
     emit client->newParticipant(Manager);
     QCOMPARE(status(fenster), QStringLiteral("Verbunden Tabulor 10.0.0.9"));
     fenster.onWlanBenutzen(true);
-    emit client->newMessage(Manager, "3::$7");
+    emit client->newMessage(Manager, "3:127.0.0.1:$7");
     QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
 }
 

@@ -1,8 +1,7 @@
 // A table and the tournament manager on one machine, over the real link: the
 // window and a manager-side client in one process find each other on
 // loopback, and every message of an evening goes both ways. The test
-// namespace has no address but loopback, so the table's own address, and the
-// address field of what is sent to it, is empty.
+// namespace has no address but loopback, so the table calls itself 127.0.0.1.
 
 #include "app/mainwindow.h"
 #include "helpers/fensterhilfe.h"
@@ -41,34 +40,35 @@ void TstVerbindung::abendMitManager()
                              10000);
 
     // The manager's player list and costs reach the table.
-    manager.sendMessage("4::$12|Erika Muster|Ja|Nein@13|Otto Normal|Nein|Ja");
+    manager.sendMessage("4:127.0.0.1:$12|Erika Muster|Ja|Nein@13|Otto Normal|Nein|Ja");
     QTRY_COMPARE(TestProtokoll::spalte("Spieler", "MgldNr"), QList<int>({12, 13}));
-    manager.sendMessage("15::$5@1@0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|Skatclub Nord");
+    manager.sendMessage(
+        "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|Skatclub Nord");
     QTRY_COMPARE(text(fenster.get(), "leKartengeld"), QStringLiteral("0.7"));
 
     // The table asks for its players.
     kind<QLineEdit>(fenster.get(), "leNeuTischNr")->setText("5");
     kind<QLineEdit>(fenster.get(), "leNeuSerie")->setText("1");
     fenster->spielerdatenAnfordern();
-    QTRY_VERIFY(empfangen.contains("5::$5@1"));
+    QTRY_VERIFY(empfangen.contains("5:127.0.0.1:$5@1"));
 
     // Each game sends its row and the results; the third ends the round and,
     // asked, sends the sheet.
     for (int spiel = 0; spiel < 3; ++spiel)
         eingeben(fenster.get(), Spiel{"tbKreuz", (spiel + 1) % 3, true, ""});
-    QTRY_VERIFY(
-        empfangen.contains(QStringLiteral("13::$5@1@3@12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@0")));
-    QTRY_VERIFY(!empfangen.filter(QRegularExpression("^17::\\$")).isEmpty());
-    const QStringList ergebnisse = empfangen.filter(QRegularExpression("^7::\\$"));
+    QTRY_VERIFY(empfangen.contains(
+        QStringLiteral("13:127.0.0.1:$5@1@3@12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@0")));
+    QTRY_VERIFY(!empfangen.filter(QRegularExpression("^17:127.0.0.1:\\$")).isEmpty());
+    const QStringList ergebnisse = empfangen.filter(QRegularExpression("^7:127.0.0.1:\\$"));
     QVERIFY(!ergebnisse.isEmpty());
     QVERIFY2(ergebnisse.last().contains("Bernd|5|1|"), qPrintable(ergebnisse.last()));
     QVERIFY(antworten.texte.contains("Rundenende erreicht!\nDaten nach Tabulor kopieren?"));
 
     const QString pdf = TestUmgebung::datenVerzeichnis() + "/Skat20-11-2026_S1_T5.pdf";
-    QVERIFY(empfangen.contains("16::$Skat20-11-2026_S1_T5.pdf"));
-    const QString blatt = empfangen.filter(QRegularExpression("^17::\\$")).last();
+    QVERIFY(empfangen.contains("16:127.0.0.1:$Skat20-11-2026_S1_T5.pdf"));
+    const QString blatt = empfangen.filter(QRegularExpression("^17:127.0.0.1:\\$")).last();
     const QString daten = blatt.section('@', 1);
-    QVERIFY(blatt.startsWith("17::$Skat20-11-2026_S1_T5.pdf@"));
+    QVERIFY(blatt.startsWith("17:127.0.0.1:$Skat20-11-2026_S1_T5.pdf@"));
     QFile datei(pdf);
     QVERIFY(datei.open(QIODevice::ReadOnly));
     QCOMPARE(qUncompress(QByteArray::fromBase64(daten.toLatin1())), datei.readAll());

@@ -57,6 +57,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     m_dateien = new DateiSteuerung(this, m_grosserBildschirm, *m_dienst, *m_einstellungen);
     m_netz = new NetzSteuerung(this, *ui, *m_dienst);
     m_rang = new RanglistenSteuerung(this, *ui, *m_dienst);
+    m_zweit = new ZweitlisteSteuerung(this, *ui, *m_leiste, *m_dienst, *m_netz);
     teileVerbinden();
     menuesVerbinden();
     datenbankOeffnen(m_dienst->oeffnen());
@@ -72,8 +73,9 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
 MainWindow::~MainWindow()
 {
     // The parts show the list, so they go before it.
-    for (QObject *teil : std::initializer_list<QObject *>{
-             m_rang, m_netz, m_dateien, m_blatt, m_modus, m_stand, m_eintrag, m_sitze, m_kopf})
+    for (QObject *teil :
+         std::initializer_list<QObject *>{m_zweit, m_rang, m_netz, m_dateien, m_blatt, m_modus,
+                                          m_stand, m_eintrag, m_sitze, m_kopf})
         delete teil;
 }
 
@@ -184,6 +186,8 @@ void MainWindow::teileVerbinden()
     connect(m_netz, &NetzSteuerung::kosten, m_blatt, &BlattSteuerung::kostenVomManager);
     connect(m_blatt, &BlattSteuerung::ergebnisse, m_rang, &RanglistenSteuerung::aufnehmen);
     connect(m_netz, &NetzSteuerung::ergebnisseEmpfangen, m_rang, &RanglistenSteuerung::aufnehmen);
+    connect(m_kopf, &KopfSteuerung::protokollVorbereitet, m_zweit,
+            [this] { m_zweit->clearProtokoll(false); });
     connect(m_rang, &RanglistenSteuerung::ergebnisseSenden, m_netz,
             &NetzSteuerung::ergebnisseSenden);
     connect(m_netz, &NetzSteuerung::managerGeaendert, m_rang, [this](bool verbunden) {
@@ -240,6 +244,7 @@ void MainWindow::onDeleteDatabase()
         QMessageBox::warning(this, QStringLiteral("WARNUNG"), ergebnis.fehler);
         return;
     }
+    m_zweit->clearProtokoll(false);
     datenbankOeffnen(m_dienst->zustand());
 }
 

@@ -9,6 +9,7 @@
 #include "app/game/eintragsteuerung.h"
 #include "app/header/kopfsteuerung.h"
 #include "app/link/netzsteuerung.h"
+#include "app/link/zweitlistesteuerung.h"
 #include "app/players/sitzsteuerung.h"
 #include "app/ranking/ranglistensteuerung.h"
 #include "app/sheets/blattsteuerung.h"
@@ -87,14 +88,22 @@ public slots:
     void onSaveListe(bool frageDateiname);
     void onSicherheitsKopieSpeichern() { m_dateien->onSicherheitsKopieSpeichern(); }
 
-    // The settings dialog and the second list arrive with their own parts;
-    // until then choosing them changes nothing.
+    // The settings dialog arrives with its own part; until then choosing it
+    // changes nothing.
     void onEinstellungen() {}
-    void startZweitProtokoll() {}
+    // Second list
+    void startZweitProtokoll() { m_zweit->startZweitProtokoll(); }
+    void onZweitListenTischNrOk() { m_zweit->onZweitListenTischNrOk(); }
+    void onZweitListenTischNrAbbruch() { m_zweit->onZweitListenTischNrAbbruch(); }
+    void starteZweitListe(QString ersteListe, QStringList inhalt)
+    {
+        m_zweit->starteZweitListe(ersteListe, inhalt);
+    }
     void onZweitListeFreigeben() { onZweitListeFreigeben(true); }
-    void onZweitListeFreigeben(bool ask) { Q_UNUSED(ask); }
-    void onClearProtokoll() {}
-    void CheckRecordGegenRecordVonErsterListe() {}
+    void onZweitListeFreigeben(bool ask) { m_zweit->onZweitListeFreigeben(ask); }
+    void onClearProtokoll() { m_zweit->onClearProtokoll(); }
+    void clearProtokoll(bool leeren) { m_zweit->clearProtokoll(leeren); }
+    void CheckRecordGegenRecordVonErsterListe() { m_zweit->CheckRecordGegenRecordVonErsterListe(); }
 
     // Play modes and time limit
     void onSetModusTurnier() { m_modus->onSetModusTurnier(); }
@@ -207,4 +216,5 @@ private:
     DateiSteuerung *m_dateien;
     NetzSteuerung *m_netz;
     RanglistenSteuerung *m_rang;
+    ZweitlisteSteuerung *m_zweit;
 };

@@ -44,8 +44,11 @@ NetzSteuerung::NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDie
     for (const QHostAddress &adresse : QNetworkInterface::allAddresses())
         if (!adresse.isLoopback() && adresse.protocol() == QAbstractSocket::IPv4Protocol)
             m_eigeneAdresse = adresse.toString();
-    if (!m_eigeneAdresse.isEmpty())
-        m_tischVonAdresse.insert(m_eigeneAdresse, m_ui.spbTischNr->value());
+    // A machine without a network still pairs a second window on itself: the
+    // link names such a neighbour by loopback, so this table does too.
+    if (m_eigeneAdresse.isEmpty())
+        m_eigeneAdresse = QHostAddress(QHostAddress::LocalHost).toString();
+    m_tischVonAdresse.insert(m_eigeneAdresse, m_ui.spbTischNr->value());
     m_ui.pbAnfordern->hide();
     connect(m_ui.pbAnfordern, &QPushButton::clicked, this, &NetzSteuerung::spielerdatenAnfordern);
     connect(&m_dienst, &ListenDienst::geaendert, this, &NetzSteuerung::listeGeaendert);
@@ -98,7 +101,7 @@ void NetzSteuerung::vomManager(const Nachricht &n)
         break;
     case Nachricht::SpielerListe:
         // A second list takes its players from its first list only.
-        if (m_gepaarterTisch == 0)
+        if (m_paarung.gepaarterTisch == 0)
             emit spielerListe(n.inhalt);
         break;
     case Nachricht::Auslosung: {
@@ -138,22 +141,26 @@ void NetzSteuerung::vonTisch(const QString &absender, const Nachricht &n)
         zweitlisteAnfrage(n);
         break;
     case Nachricht::ZweitlisteSpieler:
-        if (anMich && m_gepaarterTisch != 0)
-            emit zweitlisteSpieler(n.gruppe, n.inhalt);
+        if (anMich && m_paarung.gepaarterTisch != 0) {
+            emit zweitlisteSpieler(absender, n.inhalt);
+            emit gruppe(n.gruppe);
+        }
         break;
     case Nachricht::ZweitlisteAbgelehnt:
         if (anMich && n.inhalt.size() == 2) {
             QMessageBox::information(m_fenster, QStringLiteral("INFO"), n.inhalt.at(1));
-            m_gepaarterTisch = 0;
+            m_paarung.aufheben();
+            m_ui.actionVerbinden->setEnabled(true);
         }
         break;
     case Nachricht::ZweitlisteAbgemeldet:
         if (anMich) {
             QMessageBox::information(m_fenster, QStringLiteral("INFO"),
                                      QStringLiteral("ZweitListe hat sich abgemeldet."));
-            m_hatZweitliste = false;
-            m_zweitlisteWartet = false;
-            m_zweitlisteAdresse.clear();
+            m_paarung.hatZweitliste = false;
+            m_paarung.wartet = false;
+            m_paarung.zweitlisteAdresse.clear();
+            m_ui.actionVerbinden->setEnabled(true);
         }
         break;
     case Nachricht::TischNummer:
@@ -161,8 +168,8 @@ void NetzSteuerung::vonTisch(const QString &absender, const Nachricht &n)
             m_tischVonAdresse[absender] = n.inhalt.value(0).toInt();
         break;
     case Nachricht::Zeile:
-        if (m_gepaarterTisch != 0 && n.inhalt.size() == 20 &&
-            n.inhalt.at(0).toInt() == m_gepaarterTisch &&
+        if (m_paarung.gepaarterTisch != 0 && n.inhalt.size() == 20 &&
+            n.inhalt.at(0).toInt() == m_paarung.gepaarterTisch &&
             n.inhalt.at(1).toInt() == m_dienst.kopf().serie && n.gruppe == m_dienst.kopf().gruppe)
             emit ersteListeZeile(n.inhalt);
         break;
@@ -181,30 +188,31 @@ void NetzSteuerung::zweitlisteAnfrage(const Nachricht &n)
     if (n.inhalt.value(0).toInt() != tischNr)
         return;
     const QString tisch = QString::number(tischNr);
-    if (m_hatZweitliste) {
+    if (m_paarung.hatZweitliste) {
         senden(Nachricht::ZweitlisteAbgelehnt, n.adresse,
                {tisch, QStringLiteral("Tisch %1 hat schon Zweitliste!").arg(tischNr)});
-        m_gepaarterTisch = 0;
+        m_paarung.gepaarterTisch = 0;
         return;
     }
-    if (m_zweitlisteWartet)
+    if (m_paarung.wartet)
         return;
     if (m_dienst.spiele().isEmpty() && m_ui.pbStartSpiel->isEnabled()) {
         senden(Nachricht::ZweitlisteAbgelehnt, n.adresse,
                {tisch, QStringLiteral("Protokoll in Erstliste wurde noch nicht gestartet!")});
         return;
     }
-    m_hatZweitliste = true;
-    m_zweitlisteWartet = true;
-    m_zweitlisteAdresse = n.adresse;
+    m_paarung.hatZweitliste = true;
+    m_paarung.wartet = true;
+    m_paarung.zweitlisteAdresse = n.adresse;
     QStringList spieler{tisch, QString::number(m_dienst.kopf().serie)};
     for (const Teilnehmer &t : m_dienst.teilnehmer())
         spieler << QStringLiteral("%1|%2|%3|%4").arg(t.mgldNr).arg(t.name, t.mitglied, t.preisskat);
     spieler << QStringLiteral("SpielerEnde");
-    senden(Nachricht::ZweitlisteSpieler, m_zweitlisteAdresse, spieler);
+    senden(Nachricht::ZweitlisteSpieler, m_paarung.zweitlisteAdresse, spieler);
     m_ui.actionVerbinden->setEnabled(false);
     for (const SpielEintrag &spiel : m_dienst.spiele())
-        senden(Nachricht::ZeileKopie, m_zweitlisteAdresse, Kartulo::mapFromSpiel(alsTupel(spiel)));
+        senden(Nachricht::ZeileKopie, m_paarung.zweitlisteAdresse,
+               Kartulo::mapFromSpiel(alsTupel(spiel)));
 }
 
 void NetzSteuerung::newParticipant(const QString &kennung)
@@ -305,7 +313,7 @@ void NetzSteuerung::ergebnisseSenden(const QStringList &ergebnisse)
 void NetzSteuerung::listeGeaendert(const ListenAenderung &aenderung)
 {
     if (aenderung.art == ListenAenderung::ListeNeu) {
-        if (m_ui.spbTischNr->value() != 0 && !m_eigeneAdresse.isEmpty())
+        if (m_ui.spbTischNr->value() != 0)
             m_tischVonAdresse[m_eigeneAdresse] = m_ui.spbTischNr->value();
         tischNummerSenden();
         return;
@@ -320,8 +328,9 @@ void NetzSteuerung::zeileSenden(const SpielEintrag &spiel)
 {
     // Every game goes out; only the paired second list takes it, the others see
     // a row that is not addressed to them.
-    const QString adresse =
-        m_hatZweitliste && !m_zweitlisteAdresse.isEmpty() ? m_zweitlisteAdresse : m_eigeneAdresse;
+    const QString adresse = m_paarung.hatZweitliste && !m_paarung.zweitlisteAdresse.isEmpty()
+                                ? m_paarung.zweitlisteAdresse
+                                : m_eigeneAdresse;
     QStringList inhalt{QString::number(eigeneTischNr()), QString::number(m_dienst.kopf().serie),
                        QString::number(spiel[SpielEintrag::Zeile])};
     inhalt << Kartulo::mapFromSpiel(alsTupel(spiel));

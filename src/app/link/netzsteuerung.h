@@ -22,6 +22,26 @@ namespace Ui {
 class MainWindow;
 }
 
+// Who is paired with whom: a first list with the second list that copies it,
+// or a second list with the first list it copies.
+struct Paarung
+{
+    int gepaarterTisch = 0; // second list: the first list's table; 0 when not a second list
+    int letzterTisch = 0;   // second list: the table of the last pairing kept as a copy
+    bool hatZweitliste = false;
+    bool wartet = false;
+    QString zweitlisteAdresse; // first list: where the rows go
+    QString ersteListeAdresse; // second list: where the sign-off goes
+
+    // Unpaired; the table of a kept copy is remembered.
+    void aufheben()
+    {
+        const int letzter = letzterTisch;
+        *this = Paarung();
+        letzterTisch = letzter;
+    }
+};
+
 class NetzSteuerung : public QObject
 {
     Q_OBJECT
@@ -36,6 +56,7 @@ public:
     bool wlanBenutzt() const { return m_wlan; }
     // Table number known for each participant's address, this table's included.
     const QMap<QString, int> &tischVonAdresse() const { return m_tischVonAdresse; }
+    Paarung &paarung() { return m_paarung; }
 
     void appendMessage(const QString &von, const QString &text);
     void newParticipant(const QString &kennung);
@@ -66,7 +87,7 @@ signals:
     // Results another table sent.
     void ergebnisseEmpfangen(const QStringList &ergebnisse);
     // The second list's side of a pairing; its own part takes them.
-    void zweitlisteSpieler(const QString &gruppe, const QStringList &inhalt);
+    void zweitlisteSpieler(const QString &ersteListe, const QStringList &inhalt);
     void ersteListeZeile(const QStringList &inhalt);
     void ersteListeKopie(const QStringList &inhalt);
     void managerGeaendert(bool verbunden);
@@ -90,10 +111,5 @@ private:
     bool m_managerVerbunden = false;
     bool m_wlan = true;
 
-    // The first list's side of a pairing with a second list.
-    bool m_hatZweitliste = false;
-    bool m_zweitlisteWartet = false;
-    QString m_zweitlisteAdresse;
-    // The second list's side: the first list's table, 0 while unpaired.
-    int m_gepaarterTisch = 0;
+    Paarung m_paarung;
 };
