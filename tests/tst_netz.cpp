@@ -44,6 +44,7 @@ private slots:
     void kosten();
     void kommenUndGehen();
     void wlanAus();
+    void zweitlisteOhneTisch();
 };
 
 void TstNetz::vomManager_data()
@@ -194,6 +195,34 @@ void TstNetz::wlanAus()
     fenster.onWlanBenutzen(true);
     emit client->newMessage(Manager, "3:127.0.0.1:$7");
     QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
+}
+
+// The second list's request needs a table number, and only one pairing at a time.
+void TstNetz::zweitlisteOhneTisch()
+{
+    laufendeListe();
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    fenster.startZweitProtokoll();
+    auto *dock = kind<QDockWidget>(&fenster, "DockZweitliste");
+    QVERIFY(dock);
+    QCOMPARE(dock->findChild<QLabel *>()->text(), QStringLiteral("Tischnummer eingeben..."));
+    dock->findChild<QLineEdit *>()->setText("0");
+    fenster.onZweitListenTischNrOk();
+    QVERIFY(kind<QDockWidget>(&fenster, "DockZweitliste"));
+    dock->findChild<QLineEdit *>()->setText("7");
+    fenster.onZweitListenTischNrOk();
+    QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockZweitliste"));
+    fenster.startZweitProtokoll();
+    QCOMPARE(antworten.texte, QStringList({"Es wurde keine Tischnummer eingegeben!",
+                                           "Zweitliste ist schon gesetzt!"}));
+    // Released without a first list answering: the request can be made again.
+    antworten.antworte(QMessageBox::Yes);
+    antworten.antworte(QMessageBox::No);
+    fenster.onZweitListeFreigeben();
+    QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("Kopie von Tisch 7"));
+    fenster.startZweitProtokoll();
+    QVERIFY(kind<QDockWidget>(&fenster, "DockZweitliste"));
 }
 
 KARTULO_TEST_MAIN(TstNetz)

@@ -20,6 +20,7 @@ class TstVerbindung : public QObject
 private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void abendMitManager();
+    void zweitlisteAnfragen();
 };
 
 void TstVerbindung::abendMitManager()
@@ -78,6 +79,45 @@ void TstVerbindung::abendMitManager()
     connect(&manager, &Client::participantLeft, this, [&](const QString &id) { gegangen << id; });
     fenster.reset();
     QTRY_COMPARE_WITH_TIMEOUT(gegangen, tische, 10000);
+}
+
+// A first list answers a second list's request: refused while its list has
+// not started, then the players and every game so far, then refused again
+// as it has its second list.
+void TstVerbindung::zweitlisteAnfragen()
+{
+    MeldungsBeantworter antworten;
+    auto fenster = std::make_unique<MainWindow>();
+    Client zweite(QStringLiteral("Kartulo"));
+    QStringList empfangen;
+    connect(&zweite, &Client::newMessage, this,
+            [&](const QString &, const QString &text) { empfangen << text; });
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.participants().size(), 1, 10000);
+
+    // Table 0 without a list: a request for table 0 is refused.
+    zweite.sendMessage("8:10.1.1.1:$0");
+    QTRY_COMPARE(
+        empfangen.filter(QRegularExpression("^10:")),
+        QStringList({"10:10.1.1.1:$0@Protokoll in Erstliste wurde noch nicht gestartet!"}));
+    zweite.sendMessage("8:10.1.1.1:$7");
+    fenster.reset();
+    empfangen.clear();
+
+    TestUmgebung::allesLoeschen();
+    QVERIFY(TestProtokoll::anlegen(3, 36, 0, 5));
+    fenster = std::make_unique<MainWindow>();
+    eingeben(fenster.get(), Spiel{"tbKreuz", 1, true, ""});
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.participants().size(), 1, 10000);
+    zweite.sendMessage("8:10.1.1.1:$5");
+    QTRY_VERIFY(!empfangen.filter(QRegularExpression("^14:")).isEmpty());
+    QCOMPARE(empfangen.filter(QRegularExpression("^9:")),
+             QStringList({"9:10.1.1.1:$5@1@100|Anna|Ja|Ja@101|Bernd|Ja|Ja@102|Clara|Ja|Ja@"
+                          "SpielerEnde"}));
+    QCOMPARE(empfangen.filter(QRegularExpression("^14:")),
+             QStringList({"14:10.1.1.1:$12@1@0@0@0@0@0@0@0@24@0@0@24@0@0@0@0"}));
+    zweite.sendMessage("8:10.1.1.2:$5");
+    QTRY_COMPARE(empfangen.filter(QRegularExpression("^10:")),
+                 QStringList({"10:10.1.1.2:$5@Tisch 5 hat schon Zweitliste!"}));
 }
 
 KARTULO_TEST_MAIN(TstVerbindung)
