@@ -65,6 +65,7 @@ class TstZweitliste : public QObject
 
 private slots:
     void paarenVergleichenFreigeben();
+    void ersteListeTrennt();
 };
 
 void TstZweitliste::paarenVergleichenFreigeben()
@@ -102,6 +103,37 @@ void TstZweitliste::paarenVergleichenFreigeben()
     QCOMPARE(zweite.frage("zeilen", "ZEILEN"), QStringLiteral("4"));
     QTRY_VERIFY_WITH_TIMEOUT(erste.boxen().contains("BOX INFO|ZweitListe hat sich abgemeldet."),
                              10000);
+}
+
+// The first list drops its second list on its own; a second list that comes
+// later can then pair with it and gets every game. (Instances on one machine
+// share an address, so the second list of the first pairing is gone before
+// the next comes.)
+void TstZweitliste::ersteListeTrennt()
+{
+    Tisch erste;
+    QVERIFY(erste.befehl("liste 5"));
+    QVERIFY(erste.befehl("spiel tbKreuz 1 1"));
+    {
+        Tisch zweite;
+        QVERIFY(zweite.befehl("liste 5"));
+        QTRY_COMPARE_WITH_TIMEOUT(zweite.frage("teilnehmer", "TEILNEHMER"), QStringLiteral("1"),
+                                  10000);
+        QVERIFY(zweite.befehl("zweitliste 5"));
+        QTRY_COMPARE_WITH_TIMEOUT(zweite.frage("zeilen", "ZEILEN"), QStringLiteral("1"), 10000);
+    }
+    QVERIFY(erste.befehl("antwort ja"));
+    QVERIFY(erste.befehl("leeren"));
+    QVERIFY2(erste.boxen().contains("BOX FRAGE|Trennung von Zweitliste?"),
+             qPrintable(erste.boxen().join(" / ")));
+    QVERIFY(erste.befehl("spiel tbKreuz 2 1"));
+
+    Tisch dritte;
+    QVERIFY(dritte.befehl("liste 5"));
+    QTRY_COMPARE_WITH_TIMEOUT(dritte.frage("teilnehmer", "TEILNEHMER"), QStringLiteral("1"), 10000);
+    QVERIFY(dritte.befehl("zweitliste 5"));
+    QTRY_COMPARE_WITH_TIMEOUT(dritte.frage("zeilen", "ZEILEN"), QStringLiteral("2"), 10000);
+    QVERIFY(dritte.boxen().filter("Zweitliste!").isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TstZweitliste)
