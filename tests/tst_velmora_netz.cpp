@@ -90,6 +90,7 @@ private slots:
     void stille_data();
     void stille();
     void abschied();
+    void stau();
     void nachbarlisten();
 };
 
@@ -194,6 +195,8 @@ void TestVelmoraNetz::fremdeingaben()
     QFETCH(QByteArray, eingabe);
     QFETCH(bool, begruesst);
 
+    // Only the bad frame may end a link that said hello, never its silence.
+    const Umgebung geduldig("VELMORA_TIMEOUT_MS", "600000");
     Teilnehmer kartulo(QStringLiteral("Kartulo"));
     Teilnehmer tabulor(QStringLiteral("Tabulor"));
     QTRY_COMPARE_WITH_TIMEOUT(kartulo.neu.count(), 1, lange);
@@ -288,6 +291,24 @@ void TestVelmoraNetz::abschied()
     QTRY_COMPARE_WITH_TIMEOUT(kartulo.weg.count(), 1, lange);
     QCOMPARE(kartulo.ids(kartulo.weg), id);
     QCOMPARE(kartulo.client.participants(), QStringList());
+}
+
+void TestVelmoraNetz::stau()
+{
+    const Umgebung geduldig("VELMORA_TIMEOUT_MS", "600000");
+    Teilnehmer kartulo(QStringLiteral("Kartulo"));
+    QTcpSocket traege;
+    traege.setReadBufferSize(1);
+    traege.connectToHost(QHostAddress::LocalHost, kartulo.port());
+    QTRY_COMPARE_WITH_TIMEOUT(traege.state(), QAbstractSocket::ConnectedState, lange);
+    traege.write(halloRahmen());
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.neu.count(), 1, lange);
+
+    // A peer that does not read may not make the sender hold more than 64 MiB.
+    const QString achtMiB(hoechsteNachricht, u'x');
+    for (int i = 0; i < 9; ++i)
+        kartulo.client.sendMessage(achtMiB);
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo.weg.count(), 1, lange);
 }
 
 void TestVelmoraNetz::nachbarlisten()

@@ -25,7 +25,7 @@ public:
 
     QString programName() const { return m_programName; }
     // This participant's id as others on the LAN most likely see it; the
-    // address part depends on the interface a peer reaches it by.
+    // address in it depends on the interface a peer reaches it by.
     QString participantId() const;
     // Ids of the participants connected right now.
     QStringList participants() const;

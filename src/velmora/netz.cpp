@@ -17,11 +17,10 @@ constexpr int hoechstHalboffen = 16;
 // open sockets without end.
 constexpr int hoechstAusgehend = 64;
 
-int ausUmgebung(const char *name, int standard, int hoechstens)
+int ausUmgebung(const char *name, int standard)
 {
-    bool gelesen = false;
-    const int wert = qEnvironmentVariableIntValue(name, &gelesen);
-    return gelesen && wert > 0 && wert <= hoechstens ? wert : standard;
+    const int wert = qEnvironmentVariableIntValue(name);
+    return wert > 0 ? wert : standard;
 }
 } // namespace
 
@@ -29,10 +28,10 @@ Einstellungen einstellungenAusUmgebung()
 {
     Einstellungen einstellungen;
     Zeiten &zeiten = einstellungen.zeiten;
-    zeiten.pingMs = ausUmgebung("VELMORA_PING_MS", zeiten.pingMs, 3600000);
-    zeiten.stilleMs = ausUmgebung("VELMORA_TIMEOUT_MS", zeiten.stilleMs, 3600000);
-    zeiten.halloMs = ausUmgebung("VELMORA_HELLO_MS", zeiten.halloMs, 3600000);
-    einstellungen.udpPort = quint16(ausUmgebung("VELMORA_UDP_PORT", einstellungen.udpPort, 65535));
+    zeiten.pingMs = ausUmgebung("VELMORA_PING_MS", zeiten.pingMs);
+    zeiten.stilleMs = ausUmgebung("VELMORA_TIMEOUT_MS", zeiten.stilleMs);
+    zeiten.halloMs = ausUmgebung("VELMORA_HELLO_MS", zeiten.halloMs);
+    einstellungen.udpPort = quint16(ausUmgebung("VELMORA_UDP_PORT", einstellungen.udpPort));
     return einstellungen;
 }
 

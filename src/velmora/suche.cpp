@@ -17,7 +17,7 @@ constexpr int zittern = 250;
 
 Suche::Suche(const Kennung &eigene, quint16 udpPort, QObject *parent)
     : QObject(parent), m_socket(new QUdpSocket(this)), m_bake(kennungKodieren(eigene)),
-      m_instanz(eigene.instanz), m_udpPort(udpPort)
+      m_udpPort(udpPort)
 {
     // Sharing the port lets several participants on one host, even in one
     // process, all hear every beacon.
@@ -99,10 +99,8 @@ void Suche::lesen()
     while (m_socket->hasPendingDatagrams()) {
         const QNetworkDatagram datagramm = m_socket->receiveDatagram(1024);
         const std::optional<Kennung> kennung = kennungLesen(datagramm.data());
-        bool ipv4 = false;
-        const quint32 absender = datagramm.senderAddress().toIPv4Address(&ipv4);
-        if (kennung && kennung->instanz != m_instanz && ipv4 && absender != 0)
-            emit gehoert(*kennung, absender);
+        if (kennung)
+            emit gehoert(*kennung, datagramm.senderAddress().toIPv4Address());
     }
 }
 

@@ -11,9 +11,9 @@ class QUdpSocket;
 
 namespace Velmora {
 
-// Announces this participant by UDP beacon and hears the beacons of others:
-// broadcast and one multicast group on every IPv4 interface that is up and
-// can broadcast, loopback when there is none.
+// Announces this participant by UDP beacon and hears the beacons of others,
+// its own included: broadcast and one multicast group on every IPv4
+// interface that is up and can broadcast, loopback when there is none.
 class Suche : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,6 @@ private:
     QUdpSocket *m_socket;
     QTimer m_takt;
     QByteArray m_bake;
-    quint64 m_instanz;
     quint16 m_udpPort;
     int m_runde = 0;
     QSet<QString> m_beigetreten;

@@ -87,8 +87,6 @@ void Verbindung::senden(const QByteArray &daten)
 
 void Verbindung::schliessen()
 {
-    if (m_beendet || m_schliesst)
-        return;
     m_schliesst = true;
     m_ping.stop();
     m_frist.start(m_zeiten.halloMs);

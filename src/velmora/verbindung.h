@@ -44,7 +44,8 @@ public:
     // Completes the hello exchange; the accepting end answers with its hello.
     void aufnehmen(const Kennung &eigene);
     void senden(const QByteArray &daten);
-    // Ends the link once pending writes are out; abbrechen() ends it at once.
+    // Ends a link that is not ending yet once pending writes are out;
+    // abbrechen() ends any link at once.
     void schliessen();
     void abbrechen();
 

@@ -11,6 +11,7 @@
 #include <QTime>
 #include <QTimer>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <unistd.h>
@@ -100,6 +101,9 @@ int main(int argc, char **argv)
     QObject::connect(&eingabe, &QSocketNotifier::activated, [&] {
         char puffer[65536];
         const ssize_t gelesen = ::read(STDIN_FILENO, puffer, sizeof puffer);
+        // Interrupted, say by SIGCONT after --quiet-after: the input goes on.
+        if (gelesen < 0 && (errno == EINTR || errno == EAGAIN))
+            return;
         if (gelesen > 0)
             angefangen.append(puffer, int(gelesen));
         else
