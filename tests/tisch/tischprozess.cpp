@@ -46,15 +46,16 @@ int main(int argc, char *argv[])
     MeldungsBeantworter antworten;
     std::unique_ptr<MainWindow> fenster;
     int gemeldet = 0;
-    QTimer boxen;
-    QObject::connect(&boxen, &QTimer::timeout, [&] {
+    const auto boxenMelden = [&] {
         for (; gemeldet < antworten.texte.size(); ++gemeldet)
             ausgeben(
                 QStringLiteral("BOX %1|%2")
                     .arg(
                         antworten.titel.at(gemeldet),
                         QString(antworten.texte.at(gemeldet)).replace('\n', QLatin1String("\\n"))));
-    });
+    };
+    QTimer boxen;
+    QObject::connect(&boxen, &QTimer::timeout, boxenMelden);
     boxen.start(20);
 
     const auto ausfuehren = [&](const QString &text) {
@@ -88,6 +89,8 @@ int main(int argc, char *argv[])
             ausgeben(QStringLiteral("TEILNEHMER %1")
                          .arg(fenster->findChild<Client *>()->participants().size()));
         }
+        // The boxes a command raised come before its end.
+        boxenMelden();
         ausgeben("OK " + befehl);
     };
     // Standard input is read on a thread of its own and each line handed to the
