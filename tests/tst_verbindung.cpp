@@ -118,6 +118,14 @@ void TstVerbindung::zweitlisteAnfragen()
     zweite.sendMessage("8:10.1.1.2:$5");
     QTRY_COMPARE(empfangen.filter(QRegularExpression("^10:")),
                  QStringList({"10:10.1.1.2:$5@Tisch 5 hat schon Zweitliste!"}));
+
+    // A corrected game goes to the second list again, to be compared anew.
+    fenster->onUebersichtDoubleClicked(
+        kind<QTableView>(fenster.get(), "tblViewUebersicht")->model()->index(0, 0));
+    for (const char *knopf : {"tbVerloren", "pbFertig", "pbInListeEintragen"})
+        klick(fenster.get(), knopf);
+    QTRY_COMPARE(empfangen.filter(QRegularExpression("^13:10\\.1\\.1\\.1:\\$5@1@1@")),
+                 QStringList({"13:10.1.1.1:$5@1@1@12@1@0@0@0@0@0@0@0@0@48@0@-48@0@0@0@0"}));
 }
 
 KARTULO_TEST_MAIN(TstVerbindung)

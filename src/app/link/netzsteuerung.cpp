@@ -318,10 +318,15 @@ void NetzSteuerung::listeGeaendert(const ListenAenderung &aenderung)
         tischNummerSenden();
         return;
     }
-    if (aenderung.art != ListenAenderung::SpielNeu ||
-        m_dienst.kopf().modus != Spielmodus::Turnier || m_dienst.spiele().isEmpty())
+    if (aenderung.art == ListenAenderung::SpielNeu &&
+        m_dienst.kopf().modus == Spielmodus::Turnier && !m_dienst.spiele().isEmpty()) {
+        zeileSenden(m_dienst.spiele().last());
         return;
-    zeileSenden(m_dienst.spiele().last());
+    }
+    // A corrected game goes to the second list again, to be compared anew.
+    if (aenderung.art == ListenAenderung::SpielGeaendert && m_paarung.hatZweitliste)
+        if (const std::optional<SpielEintrag> spiel = m_dienst.spiel(aenderung.zeile))
+            zeileSenden(*spiel);
 }
 
 void NetzSteuerung::zeileSenden(const SpielEintrag &spiel)
