@@ -1,8 +1,12 @@
 #include "app/help/helpbrowser.h"
 
+#include <QDeadlineTimer>
+#include <QHelpContentModel>
 #include <QHelpEngine>
+#include <QHelpIndexModel>
 #include <QHelpLink>
 #include <QScroller>
+#include <QThread>
 
 HelpBrowser::HelpBrowser(const QString &sammlung, QWidget *parent) : QTextBrowser(parent)
 {
@@ -14,6 +18,18 @@ HelpBrowser::HelpBrowser(const QString &sammlung, QWidget *parent) : QTextBrowse
         if (link.title == QLatin1String("Kartulo"))
             m_home = link.url;
     }
+}
+
+HelpBrowser::~HelpBrowser()
+{
+    // Qt reads the chapters and keywords of the collection on threads of its
+    // own; a window closed right after it opened would take the collection from
+    // under them, so the engine waits for them.
+    const QDeadlineTimer frist(5000);
+    while ((m_engine->contentModel()->isCreatingContents() ||
+            m_engine->indexModel()->isCreatingIndex()) &&
+           !frist.hasExpired())
+        QThread::msleep(5);
 }
 
 void HelpBrowser::zeigeSeite(const QString &identifier)

@@ -14,6 +14,7 @@ class HelpBrowser : public QTextBrowser
 
 public:
     explicit HelpBrowser(const QString &sammlung, QWidget *parent = nullptr);
+    ~HelpBrowser() override;
 
     QHelpEngine *helpEngine() const { return m_engine; }
     QUrl homeUrl() const { return m_home; }
