@@ -47,9 +47,9 @@ void TstRangliste::aufnehmen()
     QCOMPARE(namen(zeilen), QStringList({"Clara", "Bernd", "Anna"}));
     QCOMPARE(zeilen.at(2).platz, QStringLiteral("-"));
     zeilen[2].platz = "1 - 1";
-    Rangliste::aufnehmen(zeilen, {"Anna|2|1|80|3|1|4|-|1"});
+    Rangliste::aufnehmen(zeilen, {"Anna|2|2|80|3|1|4|-|1"});
     QCOMPARE(zeilen.size(), 3);
-    QCOMPARE(zeilen.at(2), (RanglistenZeile{"Anna", "2", "1", "80", "3", "1", "4", "1 - 1"}));
+    QCOMPARE(zeilen.at(2), (RanglistenZeile{"Anna", "2", "2", "80", "3", "1", "4", "1 - 1"}));
     // Twice the same name: no row is updated any more, each result is added.
     zeilen.append(zeilen.at(2));
     Rangliste::aufnehmen(zeilen, {"Anna|3|1|9|0|0|0|-"});
