@@ -2,6 +2,7 @@
 
 #include "app/help/helpwidget.h"
 #include "app/version.h"
+#include "app/widgets/dlgsettings.h"
 #include "app/widgets/werkzeugleiste.h"
 #include "core/service/listendienst.h"
 #include "ui_mainwindow.h"
@@ -260,6 +261,16 @@ void MainWindow::onSpielStandsAnzeigeAufNullSetzen()
 {
     m_stand->leeren();
     m_rang->onSpielStandsAnzeigeAufNullSetzen();
+}
+
+void MainWindow::onEinstellungen()
+{
+    DlgSettings dialog(m_einstellungen->store(), m_netz->wlanBenutzt(), this);
+    connect(&dialog, &DlgSettings::wlanBenutzen, this, &MainWindow::onWlanBenutzen);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    m_stand->neuSchreiben();
+    m_dateien->sicherungsIntervallNeu();
 }
 
 void MainWindow::rundenEnde()

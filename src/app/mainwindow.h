@@ -88,9 +88,7 @@ public slots:
     void onSaveListe(bool frageDateiname);
     void onSicherheitsKopieSpeichern() { m_dateien->onSicherheitsKopieSpeichern(); }
 
-    // The settings dialog arrives with its own part; until then choosing it
-    // changes nothing.
-    void onEinstellungen() {}
+    void onEinstellungen();
     // Second list
     void startZweitProtokoll() { m_zweit->startZweitProtokoll(); }
     void onZweitListenTischNrOk() { m_zweit->onZweitListenTischNrOk(); }

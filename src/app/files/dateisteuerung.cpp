@@ -38,6 +38,11 @@ bool DateiSteuerung::xmlSpeichern(const QString &pfad)
     return ergebnis.ok();
 }
 
+void DateiSteuerung::sicherungsIntervallNeu()
+{
+    m_sicherheitskopieTimer.setInterval(m_einstellungen.sicherheitskopieIntervallMs());
+}
+
 void DateiSteuerung::onSicherheitsKopieSpeichern()
 {
     // Silent: the next tick tries again.

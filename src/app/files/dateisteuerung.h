@@ -24,6 +24,8 @@ public:
     // Writes the protocol; a copy the scorer asked for reports a failure.
     bool xmlSpeichern(const QString &pfad);
     void onSicherheitsKopieSpeichern();
+    // The backup interval read again from the settings.
+    void sicherungsIntervallNeu();
     void onLoadXml();
     void onLoadXmlOk();
     void onLoadXmlAbbruch();

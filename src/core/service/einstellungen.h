@@ -57,6 +57,8 @@ public:
     void vereinsnameSetzen(const QString &name);
 
     bool mitFabianpunkten() const;
+    // The store itself, for the settings dialog, which writes its switch at once.
+    QSettings *store() { return &m_store; }
     // Interval of the backup copy; 5 minutes when the key is missing.
     int sicherheitskopieIntervallMs() const;
 
