@@ -223,6 +223,13 @@ void TstNetz::zweitlisteOhneTisch()
     QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("Kopie von Tisch 7"));
     fenster.startZweitProtokoll();
     QVERIFY(kind<QDockWidget>(&fenster, "DockZweitliste"));
+    // Closing a second list releases it without asking more than whether to close.
+    kind<QDockWidget>(&fenster, "DockZweitliste")->findChild<QLineEdit *>()->setText("8");
+    fenster.onZweitListenTischNrOk();
+    antworten.texte.clear();
+    fenster.show();
+    QVERIFY(fenster.close());
+    QCOMPARE(antworten.texte, QStringList({"Kartulo beenden?"}));
 }
 
 KARTULO_TEST_MAIN(TstNetz)

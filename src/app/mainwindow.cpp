@@ -323,6 +323,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
         return;
     }
     m_kopf->schliessen();
+    // A second list tells its first list that it goes.
+    m_zweit->onZweitListeFreigeben(false);
     m_einstellungen->spielstopzeitSetzen(QStringLiteral("openend"));
     event->accept();
 }
