@@ -120,9 +120,8 @@ void NetzSteuerung::vomManager(const Nachricht &n)
         break;
     }
     case Nachricht::Kosten:
-        if (anMich && n.gruppe == m_dienst.kopf().gruppe && n.inhalt.size() == 3 &&
-            n.inhalt.at(0).toInt() == m_ui.leTischnrAnzeige->text().toInt() &&
-            n.inhalt.at(1).toInt() == m_ui.leSerie->text().toInt())
+        // Table, series and count are checked where the values go.
+        if (anMich && n.gruppe == m_dienst.kopf().gruppe)
             emit kosten(n.inhalt);
         break;
     default:
