@@ -7,7 +7,6 @@
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
-#include "velmora/client.h"
 
 #include <QtWidgets>
 
@@ -39,11 +38,9 @@ private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void vomManager_data();
     void vomManager();
-    void spielerListe();
     void auslosung();
     void kosten();
     void kommenUndGehen();
-    void wlanAus();
     void zweitlisteOhneTisch();
 };
 
@@ -61,8 +58,6 @@ void TstNetz::vomManager_data()
     QTest::newRow("fremdes Programm") << "Fremd@10.0.0.3:1"
                                       << "3:127.0.0.1:$7"
                                       << "";
-    QTest::newRow("Typ 0") << Manager << "x::$7"
-                           << "";
     QTest::newRow("kaputt") << Manager << "3:127.0.0.1:$7$8"
                             << "";
     QTest::newRow("leerer Absender") << ""
@@ -90,17 +85,6 @@ void TstNetz::vomManager()
     MainWindow fenster;
     fenster.appendMessage(von, text);
     QCOMPARE(antworten.texte.join("|"), meldung);
-}
-
-// The manager's player list replaces the registry, whose list shows it.
-void TstNetz::spielerListe()
-{
-    laufendeListe();
-    MainWindow fenster;
-    fenster.appendMessage(Manager, "4:10.0.0.1:$12|Erika Muster|Ja|Nein@@7|Otto Normal|Nein|Ja");
-    QCOMPARE(TestProtokoll::spalte("Spieler", "MgldNr"), QList<int>({12, 7}));
-    QCOMPARE(TestProtokoll::spalte("Spieler", "Mitglied"), QList<int>({1, 0}));
-    QCOMPARE(TestProtokoll::spalte("Spieler", "Preisskat"), QList<int>({0, 1}));
 }
 
 // A draw for this table fills the "Neu" page for the scorer to confirm and
@@ -178,23 +162,6 @@ void TstNetz::kommenUndGehen()
     QVERIFY(kind<QLineEdit>(&fenster, "leNeuSpieler1")->isEnabled());
     fenster.rechnerAbmeldung(Tisch);
     QCOMPARE(status(fenster), QStringLiteral("Kein Kontakt zu anderen Protokollen."));
-}
-
-// Switched off, the link still sees participants but handles no message.
-void TstNetz::wlanAus()
-{
-    laufendeListe();
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
-    Client *client = fenster.findChild<Client *>();
-    QVERIFY(client);
-    fenster.onWlanBenutzen(false);
-    emit client->newMessage(Manager, "3:127.0.0.1:$7");
-    emit client->newParticipant(Manager);
-    QCOMPARE(status(fenster), QStringLiteral("Verbunden Tabulor 10.0.0.9"));
-    fenster.onWlanBenutzen(true);
-    emit client->newMessage(Manager, "3:127.0.0.1:$7");
-    QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
 }
 
 // The second list's request needs a table number, and only one pairing at a time.

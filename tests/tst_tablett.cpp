@@ -338,12 +338,6 @@ void TstTablett::geldFelder_data()
                              << "1.0"
                              << "Kartengeld: nur 0,5 bis 100,0 mit einer "
                                 "Nachkommastelle moeglich, es bleibt 1,0";
-    QTest::newRow("zu klein") << "leVerlSpiele1Bis5"
-                              << "0,2"
-                              << "1.0"
-                              << "verlsp1-5"
-                              << "1.0"
-                              << "Verl Spiele 1-5: nur 0,5 bis";
     QTest::newRow("Platz leer") << "lePlKosten3"
                                 << ""
                                 << "2.5"

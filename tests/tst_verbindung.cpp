@@ -43,6 +43,8 @@ void TstVerbindung::abendMitManager()
     // The manager's player list and costs reach the table.
     manager.sendMessage("4:127.0.0.1:$12|Erika Muster|Ja|Nein@13|Otto Normal|Nein|Ja");
     QTRY_COMPARE(TestProtokoll::spalte("Spieler", "MgldNr"), QList<int>({12, 13}));
+    QCOMPARE(TestProtokoll::spalte("Spieler", "Mitglied"), QList<int>({1, 0}));
+    QCOMPARE(TestProtokoll::spalte("Spieler", "Preisskat"), QList<int>({0, 1}));
     manager.sendMessage(
         "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|Skatclub Nord");
     QTRY_COMPARE(text(fenster.get(), "leKartengeld"), QStringLiteral("0.7"));
