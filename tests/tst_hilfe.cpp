@@ -1,0 +1,218 @@
+// The help pane: the home page among several "Startseite" pages, links and
+// style sheets relative to the page shown, history on the tool bar, a missing
+// collection, the quick guide at start-up, and the shipped guide's own links.
+
+#include "app/help/helpbrowser.h"
+#include "app/help/helpwidget.h"
+#include "app/mainwindow.h"
+#include "helpers/fensterhilfe.h"
+#include "helpers/testumgebung.h"
+
+#include <QHelpContentModel>
+#include <QHelpEngine>
+#include <QHelpIndexModel>
+#include <QHelpLink>
+#include <QRegularExpression>
+#include <QtTest>
+#include <QtWidgets>
+
+namespace {
+
+const QString Probe = QStringLiteral(KARTULO_HILFE_PROBE);
+
+QString leitfadenPfad()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/docs/kartulo.qhc");
+}
+
+QString seite(const QUrl &url)
+{
+    return url.path().section(QLatin1Char('/'), 2);
+}
+
+// Follows the link with the given text as a finger would.
+void linkTippen(QTextBrowser *browser, const QString &linkText)
+{
+    const QTextCursor fund = browser->document()->find(linkText);
+    QVERIFY2(!fund.isNull(), qPrintable(linkText));
+    QTextCursor mitte(fund);
+    mitte.setPosition((fund.selectionStart() + fund.selectionEnd()) / 2);
+    const QPoint punkt = browser->cursorRect(mitte).center();
+    QTest::mouseClick(browser->viewport(), Qt::LeftButton, {}, punkt);
+}
+
+void indexAbwarten(QHelpEngine *engine)
+{
+    QTRY_VERIFY(!engine->contentModel()->isCreatingContents() &&
+                !engine->indexModel()->isCreatingIndex());
+}
+
+} // namespace
+
+class TstHilfe : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { TestUmgebung::allesLoeschen(); }
+    void startseiteNachTitel();
+    void relativeVerweise();
+    void fehlendeSammlung();
+    void werkzeugleiste();
+    void kurzanleitungBeimStart();
+    void leitfadenVerweise_data();
+    void leitfadenVerweise();
+    void stichwortZiele();
+};
+
+void TstHilfe::startseiteNachTitel()
+{
+    HelpBrowser browser(Probe);
+    QCOMPARE(browser.helpEngine()->documentsForKeyword(QStringLiteral("Startseite")).size(), 2);
+    QCOMPARE(seite(browser.homeUrl()), QStringLiteral("index.html"));
+    browser.toHome();
+    QCOMPARE(browser.source(), browser.homeUrl());
+    QCOMPARE(browser.toPlainText().trimmed(), QStringLiteral("Startseite"));
+}
+
+// A chapter in a folder of its own: its style sheet and its links are found
+// next to it, "../" leads back up.
+void TstHilfe::relativeVerweise()
+{
+    HelpBrowser browser(Probe);
+    browser.resize(400, 300);
+    browser.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&browser));
+    browser.zeigeSeite(QStringLiteral("Kurzanleitung"));
+    QCOMPARE(seite(browser.source()), QStringLiteral("kapitel/eins.html"));
+    QCOMPARE(
+        browser.loadResource(QTextDocument::StyleSheetResource, QUrl("stil.css")).toByteArray(),
+        QByteArray("p { color: green; }\n"));
+
+    linkTippen(&browser, QStringLiteral("weiter"));
+    QTRY_COMPARE(seite(browser.source()), QStringLiteral("kapitel/zwei.html"));
+    QVERIFY(browser.toPlainText().startsWith(QStringLiteral("Zwei")));
+    linkTippen(&browser, QStringLiteral("Startseite"));
+    QTRY_COMPARE(seite(browser.source()), QStringLiteral("index.html"));
+    QCOMPARE(browser.toPlainText().trimmed(), QStringLiteral("Startseite"));
+}
+
+// Without a collection the pane stays empty and says nothing.
+void TstHilfe::fehlendeSammlung()
+{
+    QTemporaryDir ordner;
+    HelpBrowser browser(ordner.filePath(QStringLiteral("fehlt/kartulo.qhc")));
+    browser.zeigeSeite(QStringLiteral("Kurzanleitung"));
+    browser.toHome();
+    QTest::qWait(200);
+    indexAbwarten(browser.helpEngine());
+    QVERIFY(browser.source().isEmpty());
+    QVERIFY(browser.toPlainText().isEmpty());
+    QCOMPARE(browser.helpEngine()->contentModel()->rowCount(), 0);
+    QCOMPARE(browser.helpEngine()->indexModel()->rowCount(), 0);
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+// The pane as the window holds it: home, forward and back in that order on a
+// vertical bar; the arrows follow the browser's history.
+void TstHilfe::werkzeugleiste()
+{
+    HelpWidget hilfe;
+    auto *leiste = Fenster::kind<QToolBar>(&hilfe, "DocuToolBar");
+    QCOMPARE(leiste->orientation(), Qt::Vertical);
+    QCOMPARE(leiste->iconSize(), QSize(24, 24));
+    const QList<QAction *> aktionen = leiste->actions();
+    QCOMPARE(aktionen.size(), 3);
+    QAction *home = aktionen.at(0), *vor = aktionen.at(1), *zurueck = aktionen.at(2);
+    QCOMPARE(home->text() + vor->text() + zurueck->text(),
+             QStringLiteral("HomeVorwaertsRueckwaerts"));
+    auto *reiter = hilfe.findChild<QTabWidget *>();
+    QCOMPARE(reiter->tabText(0) + reiter->tabText(1), QStringLiteral("KapitelStichworte"));
+    QCOMPARE(reiter->minimumWidth(), 100);
+
+    hilfe.zeigeSeite(QStringLiteral("Kurzanleitung"));
+    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("kurzanleitung.html"));
+    QVERIFY(!vor->isEnabled() && !zurueck->isEnabled());
+    home->trigger();
+    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("index.html"));
+    QVERIFY(!vor->isEnabled() && zurueck->isEnabled());
+    zurueck->trigger();
+    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("kurzanleitung.html"));
+    QVERIFY(vor->isEnabled() && !zurueck->isEnabled());
+    vor->trigger();
+    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("index.html"));
+    QVERIFY(!vor->isEnabled() && zurueck->isEnabled());
+}
+
+// A scorer opening Kartulo for the first time reads the quick guide.
+void TstHilfe::kurzanleitungBeimStart()
+{
+    MainWindow fenster;
+    auto *browser = fenster.findChild<HelpBrowser *>();
+    QCOMPARE(seite(browser->source()), QStringLiteral("kurzanleitung.html"));
+    QCOMPARE(browser->documentTitle(), QStringLiteral("Kurzanleitung"));
+}
+
+// Every link and picture of every page of the shipped guide is in the
+// collection, down to the anchor.
+void TstHilfe::leitfadenVerweise_data()
+{
+    QTest::addColumn<QUrl>("url");
+    HelpBrowser browser(leitfadenPfad());
+    QHelpEngine *engine = browser.helpEngine();
+    const QString ns = engine->registeredDocumentations().value(0);
+    const QList<QUrl> dateien = engine->files(ns, QString(), QStringLiteral("html"));
+    QVERIFY(dateien.size() > 20);
+    for (const QUrl &url : dateien)
+        QTest::newRow(qPrintable(seite(url))) << url;
+}
+
+void TstHilfe::leitfadenVerweise()
+{
+    QFETCH(QUrl, url);
+    HelpBrowser browser(leitfadenPfad());
+    QHelpEngine *engine = browser.helpEngine();
+    const QString text = QString::fromUtf8(engine->fileData(url));
+    QVERIFY(text.contains(QStringLiteral("<title>")));
+    static const QRegularExpression verweis(QStringLiteral("(?:href|src)=\"([^\"]+)\""));
+    auto treffer = verweis.globalMatch(text);
+    while (treffer.hasNext()) {
+        const QUrl ziel = url.resolved(QUrl(treffer.next().captured(1)));
+        if (ziel.scheme() != QLatin1String("qthelp"))
+            continue;
+        QUrl datei = ziel;
+        datei.setFragment(QString());
+        const QByteArray inhalt = engine->fileData(datei);
+        QVERIFY2(!inhalt.isEmpty(), qPrintable(ziel.toString()));
+        if (ziel.hasFragment())
+            QVERIFY2(inhalt.contains("name=\"" + ziel.fragment().toUtf8() + '"'),
+                     qPrintable(ziel.toString()));
+    }
+}
+
+// Every keyword of the index leads to a page and an anchor that exist.
+void TstHilfe::stichwortZiele()
+{
+    HelpBrowser browser(leitfadenPfad());
+    QHelpEngine *engine = browser.helpEngine();
+    // The index is read on a thread of its own once the engine has started.
+    QTRY_VERIFY(engine->indexModel()->rowCount() > 100);
+    indexAbwarten(engine);
+    const QStringList stichworte = engine->indexModel()->stringList();
+    for (const QString &stichwort : stichworte) {
+        const QList<QHelpLink> ziele = engine->documentsForKeyword(stichwort);
+        QVERIFY2(!ziele.isEmpty(), qPrintable(stichwort));
+        for (const QHelpLink &ziel : ziele) {
+            QUrl datei = ziel.url;
+            datei.setFragment(QString());
+            const QByteArray inhalt = engine->fileData(datei);
+            QVERIFY2(!inhalt.isEmpty(), qPrintable(stichwort));
+            if (ziel.url.hasFragment())
+                QVERIFY2(inhalt.contains("name=\"" + ziel.url.fragment().toUtf8() + '"'),
+                         qPrintable(stichwort + " -> " + ziel.url.toString()));
+        }
+    }
+}
+
+KARTULO_TEST_MAIN(TstHilfe)
+#include "tst_hilfe.moc"
