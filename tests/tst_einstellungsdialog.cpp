@@ -1,6 +1,7 @@
 // "Liste -> Einstellungen": the Fabian switch is stored at once, even when the
 // dialog is closed without OK; the WLAN switch stops and resumes the
-// manager's messages while the dialog is open; OK rewrites the standings.
+// manager's messages while the dialog is open; OK rewrites the standings and
+// takes a new backup interval.
 
 #include "app/mainwindow.h"
 #include "app/widgets/dlgsettings.h"
@@ -44,7 +45,9 @@ void TstEinstellungsdialog::schalter()
     wlan->setChecked(false);
     QCOMPARE(store.value("spielstandmitfabianpunkten").toBool(), false);
     QCOMPARE(netz.takeFirst(), QVariantList{false});
-    dialog.reject();
+    dialog.show();
+    dialog.close();
+    QCOMPARE(dialog.result(), int(QDialog::Rejected));
     QCOMPARE(einstellungen().value("spielstandmitfabianpunkten").toBool(), false);
 }
 
@@ -67,12 +70,16 @@ void TstEinstellungsdialog::imFenster()
         kind<QCheckBox>(dialog, "chkWlanBenutzen")->setChecked(false);
         emit client->newMessage("Tabulor@10.0.0.9:4000", "3:127.0.0.1:$7");
         kind<QCheckBox>(dialog, "chkSpielstandsAnzeige")->setChecked(false);
+        QSettings store = einstellungen();
+        store.setValue("sicherheitskopieintervall", 7);
+        store.sync();
         kind<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
     });
     fenster.onEinstellungen();
     QVERIFY(antworten.texte.isEmpty());
     QVERIFY(!fenster.findChild<DlgSettings *>());
     QVERIFY2(text(&fenster, "lePunkte1") != vorher, qPrintable(vorher));
+    QCOMPARE(kind<QTimer>(&fenster, "sicherheitskopieTimer")->interval(), 7 * 60000);
     fenster.onWlanBenutzen(true);
     emit client->newMessage("Tabulor@10.0.0.9:4000", "3:127.0.0.1:$7");
     QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
