@@ -99,7 +99,7 @@ void TstRangFenster::dateien()
 }
 
 // The projector view fills its screen, follows the ranking with the best on
-// top in large type, and Esc closes it.
+// top in large light type on dark, and Esc closes it.
 void TstRangFenster::leinwand()
 {
     QVERIFY(TestProtokoll::anlegen(3, 36, 0, 2));
@@ -116,6 +116,9 @@ void TstRangFenster::leinwand()
     fenster.appendMessage("Kartulo@10.0.0.13:4000", "7:10.0.0.13:$Eva|3|1|50|2|0|1|-|1");
     QCOMPARE(spalte(tabelle->model(), 0).mid(0, 2), QStringList({"Eva", "Otto"}));
     QVERIFY(tabelle->font().pixelSize() >= 28);
+    // Numbered by place, in the projector's colours rather than the page's.
+    QCOMPARE(tabelle->model()->headerData(1, Qt::Vertical).toInt(), 2);
+    QVERIFY(!tabelle->model()->index(0, 0).data(Qt::BackgroundRole).isValid());
     const QPointer<QWidget> offen(leinwand);
     QTest::keyClick(leinwand, Qt::Key_Escape);
     QTRY_VERIFY(offen.isNull());

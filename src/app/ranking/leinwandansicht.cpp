@@ -9,11 +9,31 @@
 
 namespace {
 
-// Points decide the order; the model holds them as text.
+// Points decide the order; the model holds them as text. The rows are
+// numbered by place, and the page's table colours, made for dark text on a
+// light page, give way to the projector's own.
 class NachPunkten : public QSortFilterProxyModel
 {
 public:
     using QSortFilterProxyModel::QSortFilterProxyModel;
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (role == Qt::BackgroundRole || role == Qt::ForegroundRole)
+            return QVariant();
+        if (role == Qt::TextAlignmentRole) {
+            const int quelle = QSortFilterProxyModel::data(index, role).toInt();
+            return int((quelle & Qt::AlignHorizontal_Mask) | Qt::AlignVCenter);
+        }
+        return QSortFilterProxyModel::data(index, role);
+    }
+
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (orientation == Qt::Vertical && role == Qt::DisplayRole)
+            return section + 1;
+        return QSortFilterProxyModel::headerData(section, orientation, role);
+    }
 
 protected:
     bool lessThan(const QModelIndex &links, const QModelIndex &rechts) const override
@@ -31,8 +51,10 @@ LeinwandAnsicht::LeinwandAnsicht(QAbstractItemModel *modell, QWidget *parent)
     setWindowTitle(QStringLiteral("Rangliste"));
     setAttribute(Qt::WA_DeleteOnClose);
     setStyleSheet(QStringLiteral("LeinwandAnsicht, QTableView { background: #10243a; color: white; "
-                                 "gridline-color: #2e4a66; } QHeaderView::section { background: "
-                                 "#10243a; color: #ffd966; border: none; }"));
+                                 "alternate-background-color: #1b3553; } QLabel { color: white; } "
+                                 "QHeaderView, QHeaderView::section, QTableCornerButton::section { "
+                                 "background: #10243a; color: #ffd966; "
+                                 "border: none; }"));
     auto *nachPunkten = new NachPunkten(this);
     nachPunkten->setSourceModel(modell);
     nachPunkten->setDynamicSortFilter(true);
@@ -47,6 +69,7 @@ LeinwandAnsicht::LeinwandAnsicht(QAbstractItemModel *modell, QWidget *parent)
     m_tabelle->setSelectionMode(QAbstractItemView::NoSelection);
     m_tabelle->setFocusPolicy(Qt::NoFocus);
     m_tabelle->setShowGrid(false);
+    m_tabelle->setAlternatingRowColors(true);
     // Place, name, table, points, won, lost: the series, the costs and the
     // proposed seat are for the organiser's desk.
     for (int spalte : {2, 6, 7})
@@ -90,8 +113,12 @@ void LeinwandAnsicht::schriftAnpassen()
     schrift.setPixelSize(pixel);
     schrift.setBold(true);
     m_tabelle->setFont(schrift);
-    m_tabelle->horizontalHeader()->setFont(schrift);
-    m_tabelle->verticalHeader()->setFont(schrift);
+    // The style sheet decides the headers' type, so their size goes there too.
+    const QString kopfSchrift =
+        QStringLiteral("QHeaderView::section { font-size: %1px; font-weight: bold; }")
+            .arg(pixel * 2 / 3);
+    m_tabelle->horizontalHeader()->setStyleSheet(kopfSchrift);
+    m_tabelle->verticalHeader()->setStyleSheet(kopfSchrift);
     schrift.setPixelSize(pixel * 3 / 2);
     m_titel->setFont(schrift);
 }
