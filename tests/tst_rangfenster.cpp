@@ -99,17 +99,20 @@ void TstRangFenster::dateien()
 }
 
 // The projector view fills its screen, follows the ranking with the best on
-// top in large light type on dark, and Esc closes it.
+// top in large light type on dark; Esc or its button closes it.
 void TstRangFenster::leinwand()
 {
     QVERIFY(TestProtokoll::anlegen(3, 36, 0, 2));
     MainWindow fenster;
     fenster.appendMessage("Kartulo@10.0.0.12:4000", "7:10.0.0.12:$Otto|1|1|20|3|0|4.5|-|1");
-    klick(&fenster, "pbLeinwand");
-    QWidget *leinwand = nullptr;
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (w->objectName() == "leinwand" && w->isVisible())
-            leinwand = w;
+    const auto oeffnen = [&] {
+        klick(&fenster, "pbLeinwand");
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (w->objectName() == "leinwand" && w->isVisible())
+                return w;
+        return static_cast<QWidget *>(nullptr);
+    };
+    QWidget *leinwand = oeffnen();
     QVERIFY(leinwand);
     QVERIFY(leinwand->windowState() & Qt::WindowFullScreen);
     auto *tabelle = kind<QTableView>(leinwand, "tblLeinwand");
@@ -122,6 +125,13 @@ void TstRangFenster::leinwand()
     const QPointer<QWidget> offen(leinwand);
     QTest::keyClick(leinwand, Qt::Key_Escape);
     QTRY_VERIFY(offen.isNull());
+
+    // On a tablet without keys, its own button closes it.
+    QWidget *wieder = oeffnen();
+    QVERIFY(wieder);
+    const QPointer<QWidget> nochOffen(wieder);
+    klick(wieder, "pbLeinwandSchliessen");
+    QTRY_VERIFY(nochOffen.isNull());
 }
 
 KARTULO_TEST_MAIN(TstRangFenster)

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPushButton>
 #include <QSortFilterProxyModel>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -50,11 +51,14 @@ LeinwandAnsicht::LeinwandAnsicht(QAbstractItemModel *modell, QWidget *parent)
     setObjectName(QStringLiteral("leinwand"));
     setWindowTitle(QStringLiteral("Rangliste"));
     setAttribute(Qt::WA_DeleteOnClose);
-    setStyleSheet(QStringLiteral("LeinwandAnsicht, QTableView { background: #10243a; color: white; "
-                                 "alternate-background-color: #1b3553; } QLabel { color: white; } "
-                                 "QHeaderView, QHeaderView::section, QTableCornerButton::section { "
-                                 "background: #10243a; color: #ffd966; "
-                                 "border: none; }"));
+    setStyleSheet(QStringLiteral(
+        "LeinwandAnsicht, QTableView { background: #10243a; color: white; "
+        "alternate-background-color: #1b3553; } QLabel { color: white; } "
+        "QPushButton { color: white; background: #2e4a66; border: 1px solid #ffd966; "
+        "padding: 8px 24px; } "
+        "QHeaderView, QHeaderView::section, QTableCornerButton::section { "
+        "background: #10243a; color: #ffd966; "
+        "border: none; }"));
     auto *nachPunkten = new NachPunkten(this);
     nachPunkten->setSourceModel(modell);
     nachPunkten->setDynamicSortFilter(true);
@@ -79,10 +83,17 @@ LeinwandAnsicht::LeinwandAnsicht(QAbstractItemModel *modell, QWidget *parent)
     m_tabelle->verticalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_tabelle->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
+    // A tablet has no Esc key.
+    auto *schliessen = new QPushButton(QStringLiteral("Schliessen"), this);
+    schliessen->setObjectName(QStringLiteral("pbLeinwandSchliessen"));
+    schliessen->setFocusPolicy(Qt::NoFocus);
+    connect(schliessen, &QPushButton::clicked, this, &QWidget::close);
+
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(40, 20, 40, 20);
     layout->addWidget(m_titel);
     layout->addWidget(m_tabelle, 1);
+    layout->addWidget(schliessen, 0, Qt::AlignRight);
     connect(nachPunkten, &QAbstractItemModel::rowsInserted, this,
             &LeinwandAnsicht::schriftAnpassen);
     connect(nachPunkten, &QAbstractItemModel::modelReset, this, &LeinwandAnsicht::schriftAnpassen);
