@@ -1,8 +1,11 @@
 // Renders the pictures of the manual and the README: a running list of eight
-// games at a table of four, every page of the main window as the program
-// draws it on the screen it runs on. Writes <ziel>/<name>-<page>.png.
+// games at a table of four with the results of two other tables, every page
+// of the main window, the projector view and the settings dialog as the
+// program draws them on the screen it runs on. Writes
+// <ziel>/<name>-<page>.png, and with a third argument the guide's pictures
+// into that folder, no wider than the help pane.
 //
-//   kartulo_bilder <ziel> <name>
+//   kartulo_bilder <ziel> <name> [<leitfaden>]
 //
 // Runs in a temporary home, so it never touches a real list.
 
@@ -14,7 +17,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
+#include <QMap>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -78,6 +83,21 @@ bool listeAnlegen(const QString &verzeichnis)
     return true;
 }
 
+// Two other tables of the evening report their players, as their windows do.
+const char *const AndereTische[] = {
+    "7:10.0.0.12:$Erika Lange|1|1|412|6|1|4.5|-@Fritz Wolf|1|1|187|4|2|5.5|-@"
+    "Gerda Huber|1|1|-36|1|3|7.5|-@Hans Roth|1|1|95|2|1|5|-",
+    "7:10.0.0.13:$Inge Maier|2|1|254|4|0|3.5|-@Jan Berger|2|1|310|5|1|4.5|-@"
+    "Karl Schulz|2|1|61|2|2|5.5|-@Lena Fuchs|2|1|133|3|1|4.5|-"};
+
+// The guide's picture of each page, by the name the guide uses.
+const QMap<QString, QString> LeitfadenBilder = {
+    {"tabSpieleintrag", "spieleintrag"},  {"tabNeu", "neu"},
+    {"tabSpieleListe", "spieleliste"},    {"tabSpielstaende", "spielstaende"},
+    {"tabBeschreibung", "beschreibung"},  {"leinwand", "leinwand"},
+    {"DlgSettings", "einstellungsdialog"}};
+const int LeitfadenBreite = 720;
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -88,12 +108,15 @@ int main(int argc, char *argv[])
     qunsetenv("XDG_DOCUMENTS_DIR");
     QApplication app(argc, argv);
     if (argc < 3) {
-        std::fprintf(stderr, "kartulo_bilder <ziel> <name>\n");
+        std::fprintf(stderr, "kartulo_bilder <ziel> <name> [<leitfaden>]\n");
         return 2;
     }
     const QString ziel = QString::fromLocal8Bit(argv[1]);
     const QString name = QString::fromLocal8Bit(argv[2]);
+    const QString leitfaden = argc > 3 ? QString::fromLocal8Bit(argv[3]) : QString();
     QDir().mkpath(ziel);
+    if (!leitfaden.isEmpty())
+        QDir().mkpath(leitfaden);
     QCoreApplication::setOrganizationName(Einstellungen::organisationsName());
     QCoreApplication::setApplicationName(Einstellungen::anwendungsName());
     const QString verzeichnis = Einstellungen::datenVerzeichnis();
@@ -110,16 +133,29 @@ int main(int argc, char *argv[])
     if (fenster.isMaximized())
         fenster.setGeometry(QGuiApplication::primaryScreen()->availableGeometry());
     auto *seiten = fenster.findChild<QTabWidget *>(QStringLiteral("tabWidget"));
+    for (const char *ergebnisse : AndereTische)
+        fenster.appendMessage(QStringLiteral("Kartulo@10.0.0.12:4000"),
+                              QString::fromUtf8(ergebnisse));
+    fenster.findChild<QPushButton *>(QStringLiteral("pbReihenfolgeAuswerten"))->click();
     int fehler = 0;
-    const auto speichern = [&](const QPixmap &bild, const QString &seite) {
-        const QString datei = QStringLiteral("%1/%2-%3.png").arg(ziel, name, seite);
+    const auto sichern = [&](const QPixmap &bild, const QString &datei) {
         if (!bild.save(datei))
             ++fehler;
         else
             std::printf("%s\n", qPrintable(datei));
     };
-    // Each page once the window has settled on the screen, then the question
-    // before a new list and the page it opens.
+    const auto speichern = [&](const QPixmap &bild, const QString &seite) {
+        sichern(bild, QStringLiteral("%1/%2-%3.png").arg(ziel, name, seite));
+        if (leitfaden.isEmpty() || !LeitfadenBilder.contains(seite))
+            return;
+        const QPixmap klein = bild.width() > LeitfadenBreite
+                                  ? bild.scaledToWidth(LeitfadenBreite, Qt::SmoothTransformation)
+                                  : bild;
+        sichern(klein, QStringLiteral("%1/%2.png").arg(leitfaden, LeitfadenBilder.value(seite)));
+    };
+    // Each page once the window has settled on the screen, the projector view
+    // and the settings dialog, then the question before a new list and the
+    // page it opens.
     QTimer::singleShot(1500, [&] {
         for (int seite = 0; seite < seiten->count(); ++seite) {
             seiten->setCurrentIndex(seite);
@@ -127,6 +163,21 @@ int main(int argc, char *argv[])
             QCoreApplication::processEvents();
             speichern(fenster.grab(), seiten->widget(seite)->objectName());
         }
+        fenster.findChild<QPushButton *>(QStringLiteral("pbLeinwand"))->click();
+        QCoreApplication::processEvents();
+        for (QWidget *oben : QApplication::topLevelWidgets()) {
+            if (oben->objectName() == QLatin1String("leinwand") && oben->isVisible()) {
+                speichern(oben->grab(), oben->objectName());
+                oben->close();
+            }
+        }
+        QTimer::singleShot(300, [&] {
+            if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
+                speichern(dialog->grab(), dialog->objectName());
+                dialog->accept();
+            }
+        });
+        fenster.onEinstellungen();
         QTimer::singleShot(500, [&] {
             if (auto *frage = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
                 speichern(frage->grab(), QStringLiteral("frage"));
