@@ -1,13 +1,17 @@
 #!/usr/bin/env bash
-# Installs the Debian 12 packages Kartulo needs to build, test and run.
+# Installs the Debian 12 packages Kartulo needs to build, test and run; with
+# "paket" also what builds, checks and tries out its Debian package.
 set -euo pipefail
 
 pakete=(
   build-essential cmake
-  qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite
+  qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite libqt5svg5
   qttranslations5-l10n
   xvfb xauth imagemagick iproute2 util-linux fonts-dejavu-core
 )
+if [ "${1:-}" = paket ]; then
+  pakete+=(dpkg-dev fakeroot file lintian appstream desktop-file-utils debootstrap)
+fi
 
 fehlend=()
 for paket in "${pakete[@]}"; do
