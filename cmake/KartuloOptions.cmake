@@ -9,6 +9,20 @@ target_compile_definitions(kartulo_options INTERFACE
   QT_DISABLE_DEPRECATED_BEFORE=0x050F00
   QT_NO_CAST_FROM_BYTEARRAY)
 
+# AddressSanitizer and UndefinedBehaviorSanitizer for every target, tests
+# included; the first report ends the program, so a test fails on it. Leaks
+# are checked, with the few allocations Qt's offscreen platform plugin keeps
+# to the end of the process excepted (tests/sanitizer/lsan.supp).
+if(KARTULO_SANITIZE)
+  set(_sanitizer -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(kartulo_options INTERFACE ${_sanitizer})
+  target_link_options(kartulo_options INTERFACE ${_sanitizer})
+  set(KARTULO_TEST_UMGEBUNG
+    "ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:detect_stack_use_after_return=1"
+    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizer/lsan.supp:print_suppressions=0"
+    "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1")
+endif()
+
 # Adds a QtTest executable, linked with the given test toolkit, to CTest; every
 # test runs on the offscreen platform.
 function(kartulo_add_test name toolkit)
@@ -19,6 +33,6 @@ function(kartulo_add_test name toolkit)
   # network nor find each other.
   add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/scripts/netns.sh $<TARGET_FILE:${name}>)
   set_tests_properties(${name} PROPERTIES
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false"
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false;${KARTULO_TEST_UMGEBUNG}"
     TIMEOUT 300)
 endfunction()
