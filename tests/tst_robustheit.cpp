@@ -2,11 +2,14 @@
 // no UTF-8, control characters, and text that looks like a statement or a
 // message of its own. docs/robustness.md lists the places with their tests.
 
+#include "app/mainwindow.h"
+#include "app/players/namensdelegate.h"
 #include "core/db/protokolldatenbank.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
 
+#include <QSqlQuery>
 #include <QtWidgets>
 
 using namespace Fenster;
@@ -16,6 +19,19 @@ namespace {
 const QString Einschleusung = QStringLiteral("x'; DROP TABLE SpielListe; --");
 const QString Steuerzeichen = QStringLiteral("A") + QChar(u'\0') + QStringLiteral("B\x1b\t\r\nC");
 const QString Megabyte(1 << 20, QLatin1Char('x'));
+// 39 letters and a playing card: a field of 40 keeps half of the card.
+const QString Karte = QString(39, QLatin1Char('a')) + QStringLiteral(u"\U0001F0A1");
+
+// One column of a table as text, read through the window's connection.
+QStringList lesen(const QString &abfrage)
+{
+    QStringList werte;
+    QSqlQuery query(QSqlDatabase::database(ProtokollDatenbank::verbindungsName()));
+    query.exec(abfrage);
+    while (query.next())
+        werte << query.value(0).toString();
+    return werte;
+}
 
 } // namespace
 
@@ -27,6 +43,12 @@ private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void anweisungen_data();
     void anweisungen();
+    void neueNamen_data();
+    void neueNamen();
+    void teilnehmerTabelle_data();
+    void teilnehmerTabelle();
+    void spielerDatei_data();
+    void spielerDatei();
 };
 
 void TstRobustheit::anweisungen_data()
@@ -66,6 +88,106 @@ void TstRobustheit::anweisungen()
         QCOMPARE(db.spielerNamen(), QStringList{name});
     }
     QCOMPARE(db.verbindung().tables().size(), 4);
+}
+
+void TstRobustheit::neueNamen_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("tisch");
+    QTest::addColumn<QString>("teilnehmer");
+    QTest::addColumn<int>("tischNr");
+    QTest::newRow("leer") << "Eva"
+                          << ""
+                          << "Eva" << 0;
+    QTest::newRow("1 MB") << Megabyte << Megabyte << QString(40, QLatin1Char('x')) << 0;
+    QTest::newRow("halbes Zeichen") << Karte << "7" << QString(39, QLatin1Char('a')) << 7;
+    QTest::newRow("Steuerzeichen") << Steuerzeichen << "7\t"
+                                   << "A B    C" << 7;
+    QTest::newRow("Einschleusung")
+        << Einschleusung << "7'; DROP TABLE Settings; --" << Einschleusung << 0;
+}
+
+// The "Neu" page: a name is cut by its field and cleaned, then registered and
+// seated; a table number that is no number is table 0.
+void TstRobustheit::neueNamen()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, tisch);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    kind<QAction>(&fenster, "actionNeu")->trigger();
+    const QStringList namen{name, "Bernd", "Clara"};
+    for (int i = 0; i < namen.size(); ++i)
+        fenster.findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))
+            ->setText(namen.at(i));
+    kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(tisch);
+    kind<QLineEdit>(&fenster, "leNeuSerie")->setText("2");
+    klick(&fenster, "pbOk");
+    QCOMPARE(antworten.texte, QStringList{"Neues Protokoll?"});
+    QTEST(lesen("SELECT Name FROM Teilnehmer").value(0), "teilnehmer");
+    QTEST(lesen("SELECT Name FROM Spieler WHERE MgldNr = 1").value(0), "teilnehmer");
+    QTEST(kind<QSpinBox>(&fenster, "spbTischNr")->value(), "tischNr");
+    QCOMPARE(TestProtokoll::zeilen("SpielListe"), 0);
+}
+
+void TstRobustheit::teilnehmerTabelle_data()
+{
+    QTest::addColumn<QString>("eingabe");
+    QTest::addColumn<QString>("name"); // null: refused, the old name stays
+    QTest::newRow("leer") << ""
+                          << "";
+    QTest::newRow("1 MB") << Megabyte << QString(40, QLatin1Char('x'));
+    QTest::newRow("halbes Zeichen") << Karte << QString(39, QLatin1Char('a'));
+    QTest::newRow("Steuerzeichen") << Steuerzeichen << "A B    C";
+    QTest::newRow("Trennzeichen") << "A:B" << QString();
+    QTest::newRow("Einschleusung") << Einschleusung << Einschleusung;
+}
+
+// A name typed into the participants table is cleaned as on the "Neu" page;
+// a separator of the network texts is refused with a warning.
+void TstRobustheit::teilnehmerTabelle()
+{
+    QFETCH(QString, eingabe);
+    QFETCH(QString, name);
+    MeldungsBeantworter antworten;
+    QStandardItemModel modell(1, 2);
+    modell.setData(modell.index(0, 1), "Anna");
+    QLineEdit feld(eingabe);
+    NamensDelegate().setModelData(&feld, &modell, modell.index(0, 1));
+    QCOMPARE(modell.index(0, 1).data().toString(), name.isNull() ? "Anna" : name);
+    QCOMPARE(antworten.texte,
+             name.isNull() ? QStringList{"Das Zeichen \":\" ist in Spielernamen nicht erlaubt."}
+                           : QStringList());
+}
+
+void TstRobustheit::spielerDatei_data()
+{
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<QStringList>("namen");
+    QTest::newRow("leer") << QByteArray() << QStringList();
+    QTest::newRow("1 MB") << Megabyte.toUtf8() << QStringList{QString(40, QLatin1Char('x'))};
+    QTest::newRow("kein UTF-8") << QByteArray("J\xf6rg\nAnna\xff")
+                                << QStringList{QStringLiteral(u"Anna\uFFFD"),
+                                               QStringLiteral(u"J\uFFFDrg")};
+    QTest::newRow("Steuerzeichen")
+        << QByteArray("\x1b[31mAnna\tBerg\n") << QStringList{"[31mAnna Berg"};
+    QTest::newRow("Einschleusung")
+        << Einschleusung.toUtf8() + "\nA:B|C@D$E" << QStringList{"ABCDE", Einschleusung};
+}
+
+// "KartuloSpieler.txt" replaces the registry, an empty file too, with the
+// names cleaned; NUL bytes, line ends and separators are in tst_dateien.
+void TstRobustheit::spielerDatei()
+{
+    QFETCH(QByteArray, inhalt);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    QFile datei(TestUmgebung::datenVerzeichnis() + "/../KartuloSpieler.txt");
+    QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
+    datei.close();
+    MainWindow fenster;
+    klick(&fenster, "pbSpielerAusTextdatei");
+    QTEST(lesen("SELECT Name FROM Spieler"), "namen");
 }
 
 KARTULO_TEST_MAIN(TstRobustheit)
