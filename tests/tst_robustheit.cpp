@@ -5,6 +5,7 @@
 #include "app/mainwindow.h"
 #include "app/players/namensdelegate.h"
 #include "core/db/protokolldatenbank.h"
+#include "core/files/xmlprotokoll.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
@@ -49,6 +50,8 @@ private slots:
     void teilnehmerTabelle();
     void spielerDatei_data();
     void spielerDatei();
+    void xmlDatei_data();
+    void xmlDatei();
 };
 
 void TstRobustheit::anweisungen_data()
@@ -188,6 +191,72 @@ void TstRobustheit::spielerDatei()
     MainWindow fenster;
     klick(&fenster, "pbSpielerAusTextdatei");
     QTEST(lesen("SELECT Name FROM Spieler"), "namen");
+}
+
+void TstRobustheit::xmlDatei_data()
+{
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<QString>("gelesen");
+    const auto spieler = [](const QByteArray &name, const QByteArray &kopf = {}) -> QByteArray {
+        return kopf + "<Kartulo><spieler1 name=\"" + name + "\"/></Kartulo>";
+    };
+    QByteArray lawine = "<!DOCTYPE Kartulo [<!ENTITY e0 \"xxxxxxxxxx\">";
+    for (int i = 1; i < 10; ++i)
+        lawine += QStringLiteral("<!ENTITY e%1 \"%2\">")
+                      .arg(i)
+                      .arg(QStringLiteral("&e%1;").arg(i - 1).repeated(10))
+                      .toUtf8();
+    lawine += "]>";
+    QTest::newRow("leer") << QByteArray(" \r\n") << "Zeile 1: Die Datei ist leer.";
+    QTest::newRow("1 MB Name") << spieler(Megabyte.toUtf8())
+                               << "Spieler: " + QString(40, QLatin1Char('x')) + ";";
+    QTest::newRow("1 MB Spiele") << "<Kartulo><spiele>" + QByteArray("<spiel/>").repeated(130000) +
+                                        "</spiele></Kartulo>"
+                                 << "Spiele: 130000";
+    QTest::newRow("kein UTF-8") << spieler("J\xf6rg")
+                                << "Zeile 1: Die Datei ist kein gueltiges XML";
+    QTest::newRow("Latin-1 angesagt")
+        << spieler("J\xf6rg", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>")
+        << QStringLiteral(u"Spieler: J\u00F6rg;");
+    QTest::newRow("NUL-Byte") << QByteArray("<Kartulo>\0</Kartulo>", 20)
+                              << "Zeile 1: Die Datei ist kein gueltiges XML";
+    QTest::newRow("Verweis auf ESC") << spieler("A&#27;B") << "(Invalid character reference.)";
+    QTest::newRow("Tabulator, Zeilenende")
+        << spieler("Anna&#9;Berg&#13;&#10;") << "Spieler: Anna Berg;";
+    QTest::newRow("Entitaet") << spieler("&n;", "<!DOCTYPE Kartulo [<!ENTITY n \"Anna\">]>")
+                              << "Spieler: Anna;";
+    QTest::newRow("Entitaetenlawine") << spieler("&e9;", lawine) << "entity expansion limit";
+    QTest::newRow("externe Entitaet")
+        << spieler("&n;", "<!DOCTYPE Kartulo [<!ENTITY n SYSTEM \"file:///etc/passwd\">]>")
+        << "Reference to external entity";
+    QTest::newRow("Trennzeichen")
+        << QByteArray("<Kartulo gruppe=\"A:B$C@D\"><spieler1 name=\"An|na@x$y:z\"/></Kartulo>")
+        << "Spieler: Annaxyz; Gruppe: ABCD;";
+    QTest::newRow("Einschleusung")
+        << spieler("x&apos;; DROP TABLE SpielListe; --") << "Spieler: " + Einschleusung + ";";
+}
+
+// A protocol file is read whole or refused with its line; names and group
+// come cleaned, entities of the file itself are expanded within a limit.
+// Refused files leave the list as it was (tst_dateifenster).
+void TstRobustheit::xmlDatei()
+{
+    QFETCH(QByteArray, inhalt);
+    QFETCH(QString, gelesen);
+    const auto ergebnis = XmlProtokoll::lesen(inhalt);
+    QString text;
+    if (const auto *fehler = std::get_if<XmlFehler>(&ergebnis)) {
+        text = QStringLiteral("Zeile %1: %2").arg(fehler->zeile).arg(fehler->text);
+    } else {
+        const XmlDaten &daten = std::get<XmlDaten>(ergebnis);
+        QStringList namen;
+        for (const Teilnehmer &t : daten.spieler)
+            namen << t.name;
+        text = QStringLiteral("Spieler: %1; Gruppe: %2; Spiele: %3")
+                   .arg(namen.join(QLatin1Char(',')), daten.kopf.gruppe)
+                   .arg(daten.spiele.size());
+    }
+    QVERIFY2(text.contains(gelesen), qPrintable(text.left(200)));
 }
 
 KARTULO_TEST_MAIN(TstRobustheit)
