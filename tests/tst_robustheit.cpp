@@ -2,6 +2,7 @@
 // no UTF-8, control characters, and text that looks like a statement or a
 // message of its own. docs/robustness.md lists the places with their tests.
 
+#include "app/files/dockfileview.h"
 #include "app/mainwindow.h"
 #include "app/players/namensdelegate.h"
 #include "core/db/protokolldatenbank.h"
@@ -52,6 +53,7 @@ private slots:
     void spielerDatei();
     void xmlDatei_data();
     void xmlDatei();
+    void langeListe();
 };
 
 void TstRobustheit::anweisungen_data()
@@ -257,6 +259,28 @@ void TstRobustheit::xmlDatei()
                    .arg(daten.spiele.size());
     }
     QVERIFY2(text.contains(gelesen), qPrintable(text.left(200)));
+}
+
+// A file of 1 MB may hold 130 000 games. The overview takes them row by row;
+// a cell filled into an empty row relaid the whole table out, which took
+// minutes for such a file, and again at every start.
+void TstRobustheit::langeListe()
+{
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    XmlDaten daten;
+    daten.spieler = {{1, "A", "Ja", "Ja"}, {2, "B", "Ja", "Ja"}, {3, "C", "Ja", "Ja"}};
+    daten.spiele = TestProtokoll::abend(300, 3);
+    QVERIFY(XmlProtokoll::dateiSchreiben(TestUmgebung::datenVerzeichnis() + "/lang.xml",
+                                         XmlProtokoll::schreiben(daten)));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    QAbstractItemModel *uebersicht = kind<QTableView>(&fenster, "tblViewUebersicht")->model();
+    QSignalSpy neuAusgelegt(uebersicht, &QAbstractItemModel::layoutChanged);
+    kind<QAction>(&fenster, "actionLaden")->trigger();
+    klick(fenster.findChild<DockFileView *>(), "pbOk");
+    QCOMPARE(uebersicht->rowCount(), 300);
+    QCOMPARE(uebersicht->index(299, 0).data().toString(), QStringLiteral("300"));
+    QCOMPARE(neuAusgelegt.count(), 0);
 }
 
 KARTULO_TEST_MAIN(TstRobustheit)
