@@ -5,16 +5,24 @@
 #include "app/files/dockfileview.h"
 #include "app/mainwindow.h"
 #include "app/players/namensdelegate.h"
+#include "app/widgets/eingabedock.h"
 #include "core/db/protokolldatenbank.h"
+#include "core/files/skatjornal.h"
 #include "core/files/xmlprotokoll.h"
+#include "core/link/nachricht.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
+#include "velmora/protokoll.h"
 
+#include <QCborValue>
+#include <QJsonDocument>
 #include <QSqlQuery>
 #include <QtWidgets>
 
 using namespace Fenster;
+
+Q_DECLARE_METATYPE(SkatJornal::Form)
 
 namespace {
 
@@ -45,7 +53,14 @@ class TstRobustheit : public QObject
     Q_OBJECT
 
 private slots:
+    // The first window installs Qt's German texts, which the scorer reads in
+    // the reasons of a refused file too.
+    void initTestCase() { MainWindow(); }
     void init() { TestUmgebung::allesLoeschen(); }
+    void eingefuegt_data();
+    void eingefuegt();
+    void docks_data();
+    void docks();
     void anweisungen_data();
     void anweisungen();
     void neueNamen_data();
@@ -57,9 +72,130 @@ private slots:
     void xmlDatei_data();
     void xmlDatei();
     void langeListe();
+    void jornal_data();
+    void jornal();
+    void einstellungen_data();
+    void einstellungen();
     void nachrichten_data();
     void nachrichten();
+    void vomDraht_data();
+    void vomDraht();
 };
+
+void TstRobustheit::eingefuegt_data()
+{
+    QTest::addColumn<QString>("feld");    // "dock/field" for the input docks
+    QTest::addColumn<QString>("eingabe"); // null: everything selected is deleted
+    QTest::addColumn<QString>("danach");  // null: the field refuses it and keeps its text
+    // Each field with the number of characters it keeps of a pasted text (-1:
+    // none) and whether it stays empty when emptied; a money field shows its
+    // value again at once (when it has the focus: once it is left, tst_tablett).
+    struct Feld
+    {
+        const char *name;
+        int grenze;
+        bool leer;
+    };
+    const Feld felder[] = {
+        {"leNeuSpieler1", 40, true},        {"leNeuTischNr", 32767, true},
+        {"leListenName", 40, true},         {"cmbGruppenId", 32767, true},
+        {"leKartengeld", -1, false},        {"leGewSpieleAbzglVerlSpiele", -1, false},
+        {"leReizwert", -1, false},          {"spbTischNr", -1, false},
+        {"spbSpielAnzahl", -1, false},      {"deDatum", -1, false},
+        {"DockZeitLimit/leWert", -1, true}, {"DockBierlachs/leWert", -1, true},
+        {"DockZweitliste/leWert", -1, true}};
+    for (const Feld &f : felder) {
+        QTest::addRow("%s leer", f.name) << f.name << QString() << (f.leer ? "" : QString());
+        for (const auto &[art, text] : {std::pair{"1 MB", Megabyte},
+                                        {"Steuerzeichen", Steuerzeichen},
+                                        {"Einschleusung", Einschleusung}})
+            QTest::addRow("%s %s", f.name, art)
+                << f.name << text << (f.grenze < 0 ? QString() : text.left(f.grenze));
+    }
+}
+
+// What a field keeps when its text is deleted or a text is pasted over it:
+// the fields of names and the club name cut at 40 characters, any other line
+// edit at 32 767, the number fields and docks take nothing but digits, the bid
+// field takes no key at all. The club name is stored as its field shows it.
+void TstRobustheit::eingefuegt()
+{
+    QFETCH(QString, feld);
+    QFETCH(QString, eingabe);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    const QString dock = feld.section(QLatin1Char('/'), 0, -2);
+    if (dock == "DockZeitLimit")
+        kind<QAction>(&fenster, "actionTurnier")->trigger();
+    else if (dock == "DockBierlachs")
+        kind<QAction>(&fenster, "actionBierlachs")->trigger();
+    else if (dock == "DockZweitliste")
+        fenster.startZweitProtokoll();
+    QWidget *ort = dock.isEmpty() ? &fenster : kind<QWidget>(&fenster, qPrintable(dock));
+    auto *widget = kind<QWidget>(ort, qPrintable(feld.section(QLatin1Char('/'), -1)));
+    QVERIFY(widget);
+    auto *zeile = qobject_cast<QLineEdit *>(widget) ? qobject_cast<QLineEdit *>(widget)
+                                                    : widget->findChild<QLineEdit *>();
+    const QString vorher = zeile->text();
+    zeile->selectAll();
+    if (eingabe.isNull()) {
+        QTest::keyClick(zeile, Qt::Key_Delete);
+    } else {
+        QApplication::clipboard()->setText(eingabe);
+        QTest::keyClick(zeile, Qt::Key_V, Qt::ControlModifier);
+    }
+    QFETCH(QString, danach);
+    QCOMPARE(zeile->text(), danach.isNull() ? vorher : danach);
+    if (feld == "leListenName")
+        QCOMPARE(Fenster::einstellungen().value("vereinsname").toString(), zeile->text());
+}
+
+void TstRobustheit::docks_data()
+{
+    QTest::addColumn<QString>("aktion");
+    QTest::addColumn<QString>("eingabe");
+    QTest::addColumn<QString>("danach");
+    QTest::newRow("Zeitlimit leer") << "actionTurnier"
+                                    << ""
+                                    << "Verbleibende Zeit 120 Minuten";
+    QTest::newRow("Bierlachs unter 100") << "actionBierlachs"
+                                         << "5"
+                                         << "Bierlachs Modus - 5 Maxpunkte";
+    QTest::newRow("Zweitliste leer") << "zweitliste"
+                                     << ""
+                                     << "Es wurde keine Tischnummer eingegeben!";
+}
+
+// An empty or short number confirmed in a dock: the time limit is 120
+// minutes, a Bierlachs maximum below 100 is taken as typed (the field lets
+// it through on the way to three digits), a second list needs a table.
+void TstRobustheit::docks()
+{
+    QFETCH(QString, aktion);
+    QFETCH(QString, eingabe);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    if (aktion == "zweitliste")
+        fenster.startZweitProtokoll();
+    else
+        kind<QAction>(&fenster, qPrintable(aktion))->trigger();
+    auto *dock = fenster.findChild<EingabeDock *>();
+    QVERIFY(dock);
+    kind<QLineEdit>(dock, "leWert")->clear();
+    QTest::keyClicks(kind<QLineEdit>(dock, "leWert"), eingabe);
+    klick(dock, "pbDockOk");
+    if (aktion == "actionTurnier") {
+        kind<QPushButton>(&fenster, "pbStartSpiel")->setEnabled(true);
+        klick(&fenster, "pbStartSpiel");
+    }
+    const QStringList gezeigt =
+        antworten.texte +
+        QStringList{text(&fenster, "leMeldungRot"), kind<QLabel>(&fenster, "lblModus")->text()};
+    QFETCH(QString, danach);
+    QVERIFY2(gezeigt.contains(danach), qPrintable(gezeigt.join(" | ")));
+}
 
 void TstRobustheit::anweisungen_data()
 {
@@ -73,7 +209,7 @@ void TstRobustheit::anweisungen_data()
     QTest::newRow("halbes Zeichen")
         << QString(QChar(0xD800)) + "x" << QString(QChar(0xFFFD)) + "x" << QString();
     QTest::newRow("Steuerzeichen")
-        << Steuerzeichen << QString(Steuerzeichen).remove(QChar(u'\0')) << "A B  C";
+        << Steuerzeichen << QString(Steuerzeichen).remove(QChar(u'\0')) << "A B    C";
     QTest::newRow("Einschleusung") << Einschleusung << Einschleusung << Einschleusung;
 }
 
@@ -227,15 +363,16 @@ void TstRobustheit::xmlDatei_data()
         << QStringLiteral(u"Spieler: J\u00F6rg;");
     QTest::newRow("NUL-Byte") << QByteArray("<Kartulo>\0</Kartulo>", 20)
                               << "Zeile 1: Die Datei ist kein gueltiges XML";
-    QTest::newRow("Verweis auf ESC") << spieler("A&#27;B") << "(Invalid character reference.)";
+    QTest::newRow("Verweis auf ESC")
+        << spieler("A&#27;B") << QStringLiteral(u"(Ung\u00FCltige Zeichenreferenz.)");
     QTest::newRow("Tabulator, Zeilenende")
         << spieler("Anna&#9;Berg&#13;&#10;") << "Spieler: Anna Berg;";
     QTest::newRow("Entitaet") << spieler("&n;", "<!DOCTYPE Kartulo [<!ENTITY n \"Anna\">]>")
                               << "Spieler: Anna;";
-    QTest::newRow("Entitaetenlawine") << spieler("&e9;", lawine) << "entity expansion limit";
+    QTest::newRow("Entitaetenlawine") << spieler("&e9;", lawine) << "Entity-Expansions-Limit";
     QTest::newRow("externe Entitaet")
         << spieler("&n;", "<!DOCTYPE Kartulo [<!ENTITY n SYSTEM \"file:///etc/passwd\">]>")
-        << "Reference to external entity";
+        << "die externe Entity 'n' referenziert";
     QTest::newRow("Trennzeichen")
         << QByteArray("<Kartulo gruppe=\"A:B$C@D\"><spieler1 name=\"An|na@x$y:z\"/></Kartulo>")
         << "Spieler: Annaxyz; Gruppe: ABCD;";
@@ -286,6 +423,105 @@ void TstRobustheit::langeListe()
     QCOMPARE(uebersicht->rowCount(), 300);
     QCOMPARE(uebersicht->index(299, 0).data().toString(), QStringLiteral("300"));
     QCOMPARE(neuAusgelegt.count(), 0);
+}
+
+void TstRobustheit::jornal_data()
+{
+    QTest::addColumn<SkatJornal::Form>("form");
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<QString>("spieler"); // null: the file is refused
+    const auto json = [](const QByteArray &spieler) -> QByteArray {
+        return "{\"skatliste\":{\"Datum\":\"\",\"tischnr\":1,\"seriennr\":1,\"spiele\":[{"
+               "\"spieler\":\"" +
+               spieler + "\"}]}}";
+    };
+    const auto cbor = [&](const QByteArray &spieler) {
+        return QCborValue::fromJsonValue(QJsonDocument::fromJson(json("@@@@")).object())
+            .toCbor()
+            .replace("@@@@", spieler);
+    };
+    QTest::newRow("JSON leer") << SkatJornal::Json << QByteArray() << QString();
+    QTest::newRow("CBOR leer") << SkatJornal::Binaer << QByteArray() << QString();
+    QTest::newRow("JSON 1 MB") << SkatJornal::Json << json(Megabyte.toUtf8()) << Megabyte;
+    QTest::newRow("JSON 200 000 Klammern")
+        << SkatJornal::Json << QByteArray(200000, '[') << QString();
+    QTest::newRow("CBOR 200 000 Ebenen")
+        << SkatJornal::Binaer << QByteArray(200000, '\x81') << QString();
+    QTest::newRow("CBOR Laenge 2^63")
+        << SkatJornal::Binaer << QByteArray::fromHex("7b7fffffffffffffff") << QString();
+    QTest::newRow("JSON kein UTF-8") << SkatJornal::Json << json("J\xf6rg") << QString();
+    QTest::newRow("CBOR kein UTF-8") << SkatJornal::Binaer << cbor("J\xf6r") << QString();
+    QTest::newRow("JSON Steuerzeichen") << SkatJornal::Json << json("A\\u0000B\x01\\u001b")
+                                        << "A" + QString(QChar(u'\0')) + "B\x01\x1b";
+    QTest::newRow("CBOR Steuerzeichen") << SkatJornal::Binaer << cbor(QByteArray("A\0\x1b\t", 4))
+                                        << "A" + QString(QChar(u'\0')) + "\x1b\t";
+    QTest::newRow("JSON Einschleusung")
+        << SkatJornal::Json << json("x'; DROP TABLE SpielListe; --\\\"}]}}")
+        << Einschleusung + "\"}]}}";
+}
+
+// The journal beside the list is read back only to be continued: a file
+// that is not one is refused whole, deep nesting too, and the running list
+// starts a journal of its own; names are kept as they are.
+void TstRobustheit::jornal()
+{
+    QFETCH(SkatJornal::Form, form);
+    QFETCH(QByteArray, inhalt);
+    QFETCH(QString, spieler);
+    QTemporaryDir ordner;
+    QFile datei(SkatJornal::dateiPfad(ordner.filePath("jornal"), form));
+    QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
+    datei.close();
+    SkatJornal jornal;
+    jornal.setPath(ordner.filePath("jornal"));
+    if (spieler.isNull())
+        QTest::ignoreMessage(QtWarningMsg, "Kann Jornaldatei nicht laden.");
+    QCOMPARE(jornal.load(form), !spieler.isNull());
+    QCOMPARE(jornal.eintraege().value(0).spieler, spieler.isNull() ? QString() : spieler);
+}
+
+void TstRobustheit::einstellungen_data()
+{
+    QTest::addColumn<QByteArray>("zeile");
+    QTest::addColumn<QString>("gelesen");
+    QTest::newRow("leer") << QByteArray("platz2=") << "platz2 0";
+    QTest::newRow("1 MB") << "vereinsname=" + Megabyte.toUtf8() << "vereinsname " + Megabyte;
+    QTest::newRow("Latin-1") << QByteArray("vereinsname=J\xf6rg")
+                             << QStringLiteral(u"vereinsname J\u00F6rg");
+    QTest::newRow("UTF-8 von Hand")
+        << QByteArray("vereinsname=J\xc3\xb6rg") << QStringLiteral(u"vereinsname J\u00C3\u00B6rg");
+    QTest::newRow("Steuerzeichen") << QByteArray("vereinsname=A\x1b\tB") << "vereinsname A\x1b\tB";
+    QTest::newRow("Semikolon") << "vereinsname=" + Einschleusung.toUtf8() << "vereinsname x'";
+    QTest::newRow("Semikolon in Anfuehrung") << "vereinsname=\"" + Einschleusung.toUtf8() + "\""
+                                             << "vereinsname " + Einschleusung;
+    QTest::newRow("Komma") << QByteArray("vereinsname=Nord, Sued") << "vereinsname ";
+    QTest::newRow("keine Zahl") << QByteArray("platz2=1,5") << "platz2 0";
+    QTest::newRow("nan") << QByteArray("platz2=nan") << "platz2 nan";
+    QTest::newRow("negativ") << QByteArray("platz2=-5") << "platz2 -5";
+    QTest::newRow("nein") << QByteArray("spielstandmitfabianpunkten=nein")
+                          << "spielstandmitfabianpunkten true";
+}
+
+// The settings store as a hand may have edited it: Qt reads the file as
+// Latin-1, a ';' begins a comment and a ',' makes a list, which is no text.
+// Values are taken without a range; only typing into a field checks one.
+void TstRobustheit::einstellungen()
+{
+    QFETCH(QByteArray, zeile);
+    QFile datei(Fenster::einstellungen().fileName());
+    QVERIFY(QDir().mkpath(QFileInfo(datei).path()));
+    QVERIFY(datei.open(QIODevice::WriteOnly));
+    datei.write("[General]\n" + zeile + "\n");
+    datei.close();
+    Einstellungen einstellungen;
+    einstellungen.laden(TestUmgebung::datenVerzeichnis());
+    const QString schluessel = QString::fromLatin1(zeile.left(zeile.indexOf('=')));
+    QString wert = QString::number(einstellungen.kosten().platz2);
+    if (schluessel == "vereinsname")
+        wert = einstellungen.vereinsname();
+    else if (schluessel == "spielstandmitfabianpunkten")
+        wert = einstellungen.mitFabianpunkten() ? "true" : "false";
+    QTEST(QString(schluessel + " " + wert), "gelesen");
 }
 
 void TstRobustheit::nachrichten_data()
@@ -409,6 +645,41 @@ void TstRobustheit::nachrichten()
         "Tische=" + tische.join(QLatin1Char(','))};
     for (const QString &erwartet : danach)
         QVERIFY2(zustand.contains(erwartet), qPrintable(zustand.join("; ").left(1000)));
+}
+
+void TstRobustheit::vomDraht_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("gelesen");
+    QTest::newRow("leer") << QByteArray() << "keine Nachricht";
+    QTest::newRow("1 MB") << "7:1.2.3.4:G$" + QByteArray("a@").repeated(1 << 19)
+                          << "Typ 7, 524289 Eintraege";
+    QTest::newRow("kein UTF-8") << QByteArray("12:1.2.3.4:G$\xff") << "kein UTF-8";
+    QTest::newRow("ueberlang") << QByteArray("12:1.2.3.4:G$\xc0\xaf") << "kein UTF-8";
+    QTest::newRow("Surrogat") << QByteArray("12:1.2.3.4:G$\xed\xa0\x80") << "kein UTF-8";
+    QTest::newRow("abgeschnitten") << QByteArray("12:1.2.3.4:G$\xe2\x99") << "kein UTF-8";
+    QTest::newRow("Steuerzeichen")
+        << QByteArray("12:1.2.3.4:G\x1b$\0\t\r\n", 18) << "Typ 12, 1 Eintraege";
+    QTest::newRow("Typ keine Zahl") << QByteArray("'; DROP:1.2.3.4:G$7") << "Typ 0, 1 Eintraege";
+    QTest::newRow("zweites $") << QByteArray("12:1.2.3.4:G$7$8") << "keine Nachricht";
+    QTest::newRow(": in der Gruppe") << QByteArray("12:1.2.3.4:G:H$7") << "keine Nachricht";
+}
+
+// The text of a MESSAGE frame on its way from the link to the window: bytes
+// that are no UTF-8 close the link, then the text must be one message. What
+// each type does with its items is in nachrichten(); frames and hellos are in
+// tst_velmora_protokoll and tst_velmora_netz.
+void TstRobustheit::vomDraht()
+{
+    QFETCH(QByteArray, bytes);
+    const std::optional<QString> text = Velmora::utf8Lesen(bytes);
+    const std::optional<Nachricht> nachricht = text ? Nachricht::lesen(*text) : std::nullopt;
+    const QString gelesen = !text        ? QStringLiteral("kein UTF-8")
+                            : !nachricht ? QStringLiteral("keine Nachricht")
+                                         : QStringLiteral("Typ %1, %2 Eintraege")
+                                               .arg(nachricht->typ)
+                                               .arg(nachricht->inhalt.size());
+    QTEST(gelesen, "gelesen");
 }
 
 KARTULO_TEST_MAIN(TstRobustheit)
