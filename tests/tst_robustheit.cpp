@@ -96,14 +96,20 @@ void TstRobustheit::eingefuegt_data()
         int grenze;
         bool leer;
     };
-    const Feld felder[] = {
-        {"leNeuSpieler1", 40, true},        {"leNeuTischNr", 32767, true},
-        {"leListenName", 40, true},         {"cmbGruppenId", 32767, true},
-        {"leKartengeld", -1, false},        {"leGewSpieleAbzglVerlSpiele", -1, false},
-        {"leReizwert", -1, false},          {"spbTischNr", -1, false},
-        {"spbSpielAnzahl", -1, false},      {"deDatum", -1, false},
-        {"DockZeitLimit/leWert", -1, true}, {"DockBierlachs/leWert", -1, true},
-        {"DockZweitliste/leWert", -1, true}};
+    const Feld felder[] = {{"leNeuSpieler1", 40, true},
+                           {"leNeuTischNr", 32767, true},
+                           {"leListenName", 40, true},
+                           {"cmbGruppenId", 32767, true},
+                           {"leKartengeld", -1, false},
+                           {"leGewSpieleAbzglVerlSpiele", -1, false},
+                           {"leReizwert", -1, false},
+                           {"spbTischNr", -1, false},
+                           {"spbSerie", -1, false},
+                           {"spbSpielAnzahl", -1, false},
+                           {"deDatum", -1, false},
+                           {"DockZeitLimit/leWert", -1, true},
+                           {"DockBierlachs/leWert", -1, true},
+                           {"DockZweitliste/leWert", -1, true}};
     for (const Feld &f : felder) {
         QTest::addRow("%s leer", f.name) << f.name << QString() << (f.leer ? "" : QString());
         for (const auto &[art, text] : {std::pair{"1 MB", Megabyte},
@@ -559,7 +565,8 @@ void TstRobustheit::nachrichten_data()
     zeile("6 leer", Manager, false, {"6:127.0.0.1:$"},
           {"Meldungen=Auslosung noch nicht abgeschlossen\noder Tisch 5 nicht vorhanden!"});
     zeile("6 1 MB", Manager, false, {"6:127.0.0.1:" + Megabyte + "$5@1@1|" + Megabyte + drei},
-          {"Meldungen=Neues Protokoll?", "Neu1=" + x40, "Gruppe=" + Megabyte.left(32767)});
+          {"Meldungen=Neues Protokoll?", "Neu1=" + x40,
+           "Register=Anna,Bernd,Clara,Dora," + x40 + ",A,B,C", "Gruppe=" + Megabyte.left(32767)});
     zeile("6 Steuerzeichen", Manager, false,
           {"6:127.0.0.1:" + Steuerzeichen + "$5@1@1|" + Steuerzeichen + drei},
           {"Neu1=" + Steuerzeichen, "Register=Anna,Bernd,Clara,Dora,A B    C,A,B,C",
