@@ -69,8 +69,17 @@ void Uebersicht::fuellen()
     const int anzahl = m_dienst.spiele().size();
     if (m_model->rowCount() > anzahl)
         m_model->removeRows(anzahl, m_model->rowCount() - anzahl);
-    for (int zeile = 0; zeile < anzahl; ++zeile)
+    for (int zeile = 0; zeile < m_model->rowCount(); ++zeile)
         zeileSchreiben(zeile);
+    // Missing rows come whole: an item set into an empty cell makes the view
+    // lay out every row again, and a long list took minutes to show.
+    for (int zeile = m_model->rowCount(); zeile < anzahl; ++zeile) {
+        QList<QStandardItem *> reihe;
+        for (int spalte = 0; spalte < SpielEintrag::AnzahlSpalten; ++spalte)
+            reihe << new QStandardItem(
+                QStringLiteral("%1").arg(m_dienst.spiele().at(zeile).wert(spalte)));
+        m_model->appendRow(reihe);
+    }
 }
 
 void Uebersicht::zeileSchreiben(int zeile)

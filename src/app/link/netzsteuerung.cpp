@@ -134,20 +134,27 @@ void NetzSteuerung::vonTisch(const QString &absender, const Nachricht &n)
     const bool anMich = n.adresse == m_eigeneAdresse;
     switch (n.typ) {
     case Nachricht::Ergebnisse:
-        emit ergebnisseEmpfangen(n.inhalt);
+        // One table's results, one per player. Thousands of names are no
+        // table's and took the ranking minutes to take in.
+        if (n.inhalt.size() <= 4)
+            emit ergebnisseEmpfangen(n.inhalt);
         break;
     case Nachricht::ZweitlisteAnfrage:
         zweitlisteAnfrage(n);
         break;
     case Nachricht::ZweitlisteSpieler:
-        if (anMich && m_paarung.gepaarterTisch != 0) {
+        // Table, series, at most four players and the end mark: registering
+        // thousands of players one by one froze the window.
+        if (anMich && m_paarung.gepaarterTisch != 0 && n.inhalt.size() <= 7) {
             emit zweitlisteSpieler(absender, n.inhalt);
             emit gruppe(n.gruppe);
         }
         break;
     case Nachricht::ZweitlisteAbgelehnt:
         if (anMich && n.inhalt.size() == 2) {
-            QMessageBox::information(m_fenster, QStringLiteral("INFO"), n.inhalt.at(1));
+            // A first list gives a short reason; a box took seconds per
+            // megabyte to lay out a long one.
+            QMessageBox::information(m_fenster, QStringLiteral("INFO"), n.inhalt.at(1).left(200));
             m_paarung.aufheben();
             m_ui.actionVerbinden->setEnabled(true);
         }

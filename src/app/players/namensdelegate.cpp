@@ -21,5 +21,5 @@ void NamensDelegate::setModelData(QWidget *editor, QAbstractItemModel *model,
                                  .arg(zeichen.left(1)));
         return;
     }
-    model->setData(index, feld->text().trimmed().left(40), Qt::EditRole);
+    model->setData(index, SpielerDatei::bereinigt(feld->text()), Qt::EditRole);
 }

@@ -1,7 +1,8 @@
 #pragma once
 
 // Editor of the name column of the participants: a name with a character that
-// would break the network and ranking texts is refused with a warning.
+// would break the network and ranking texts is refused with a warning; any
+// other is cleaned as every name is (SpielerDatei::bereinigt).
 
 #include <QStyledItemDelegate>
 

@@ -5,6 +5,7 @@
 // missing blanks and all), so every copy of kartulo.db in the club matches.
 
 #include <QString>
+#include <QVector>
 
 namespace Sql {
 
@@ -36,10 +37,15 @@ inline constexpr char InsertSpielListeValues[] =
     "VALUES (%1, %2, %3, %4, %5, %6, %7, %8, %9, %10, %11, %12, %13, %14, %15, %16, %17, %18)";
 
 // Text pasted between single quotes into a statement; a quote in a name
-// would otherwise end the literal and the statement would fail.
-inline QString quoted(QString text)
+// would otherwise end the literal and the statement would fail. SQLite reads
+// a statement only up to a NUL and miscounts one holding half a character, so
+// a NUL is left out and a half character becomes U+FFFD.
+inline QString quoted(const QString &text)
 {
-    return text.replace(QLatin1Char('\''), QLatin1String("''"));
+    const QVector<uint> zeichen = text.toUcs4();
+    return QString::fromUcs4(zeichen.constData(), zeichen.size())
+        .remove(QChar(u'\0'))
+        .replace(QLatin1Char('\''), QLatin1String("''"));
 }
 
 } // namespace Sql

@@ -68,8 +68,16 @@ QString SpielerDatei::bereinigt(const QString &name)
 {
     QString sauber;
     sauber.reserve(name.size());
-    for (const QChar c : name) {
-        if (!verbotene().contains(c))
+    for (int i = 0; i < name.size(); ++i) {
+        const QChar c = name.at(i);
+        // Half a character (a field of 40 cut a pair) makes a statement fail;
+        // a control character would break a line of the ranking files.
+        const bool halb = c.isHighSurrogate()
+                              ? i + 1 == name.size() || !name.at(i + 1).isLowSurrogate()
+                              : c.isLowSurrogate() && (i == 0 || !name.at(i - 1).isHighSurrogate());
+        if (c.category() == QChar::Other_Control)
+            sauber.append(QLatin1Char(' '));
+        else if (!halb && !verbotene().contains(c))
             sauber.append(c);
     }
     sauber = sauber.trimmed();

@@ -40,7 +40,8 @@ public:
     // in the order they first occur; empty for a clean name.
     static QString verboteneZeichen(const QString &name);
 
-    // The name without forbidden characters, without leading and trailing
-    // blanks, cut to maxNamensLaenge characters.
+    // The name without forbidden characters and halves of characters, control
+    // characters as blanks, without leading and trailing blanks, cut to
+    // maxNamensLaenge characters.
     static QString bereinigt(const QString &name);
 };

@@ -1,5 +1,7 @@
 #include "core/files/xmlprotokoll.h"
 
+#include "core/files/spielerdatei.h"
+
 #include <QSaveFile>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -233,6 +235,9 @@ bool Leser::kopfLesen()
     }
     m_daten.verein = attribute.value(QStringLiteral("verein")).toString();
     kopf.gruppe = attribute.value(QStringLiteral("gruppe")).toString();
+    // The group heads every network message, which these characters divide.
+    for (const QChar zeichen : {u':', u'$', u'@'})
+        kopf.gruppe.remove(zeichen);
     return true;
 }
 
@@ -250,7 +255,7 @@ bool Leser::spielerLesen(int nummer)
     if (!mgldNr)
         return false;
     spieler.mgldNr = *mgldNr;
-    spieler.name = attribute.value(QStringLiteral("name")).toString();
+    spieler.name = SpielerDatei::bereinigt(attribute.value(QStringLiteral("name")).toString());
     if (spieler.name.isEmpty())
         spieler.name = QStringLiteral("Spieler %1").arg(nummer);
     spieler.mitglied = attribute.value(QStringLiteral("mitglied")).toString();

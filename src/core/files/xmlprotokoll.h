@@ -51,9 +51,11 @@ public:
     // or one error, never a part of a file. What a file leaves out takes a default: numbers 0
     // (spielanzahl 48), costs 0, game flags false, player flags "Nein", a nameless
     // player "Spieler N", a game without number the one after the previous game; a missing
-    // date stays invalid. A game flag is set by "ja" in any case. A number, cost or date that
-    // is there but does not parse is an error, since such a file is damaged and reading 0
-    // would silently put wrong scores into the list.
+    // date stays invalid. Names are cleaned as every player name (SpielerDatei::bereinigt)
+    // and the group loses ':', '$' and '@', which divide the network messages. A game flag
+    // is set by "ja" in any case. A number, cost or date that is there but does not parse is
+    // an error, since such a file is damaged and reading 0 would silently put wrong scores
+    // into the list.
     static std::variant<XmlDaten, XmlFehler> lesen(const QByteArray &inhalt);
 
     // Writes the text as UTF-8 plus one line end through a temporary file that replaces the

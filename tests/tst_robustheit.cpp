@@ -1,0 +1,693 @@
+// Bad input at every place that takes text: empty, a megabyte, bytes that are
+// no UTF-8, control characters, and text that looks like a statement or a
+// message of its own. docs/robustness.md lists the places with their tests.
+
+#include "app/files/dockfileview.h"
+#include "app/mainwindow.h"
+#include "app/players/namensdelegate.h"
+#include "app/widgets/eingabedock.h"
+#include "core/db/protokolldatenbank.h"
+#include "core/files/skatjornal.h"
+#include "core/files/xmlprotokoll.h"
+#include "core/link/nachricht.h"
+#include "helpers/fensterhilfe.h"
+#include "helpers/meldungsbeantworter.h"
+#include "helpers/testprotokoll.h"
+#include "velmora/protokoll.h"
+
+#include <QCborValue>
+#include <QJsonDocument>
+#include <QSqlQuery>
+#include <QtWidgets>
+
+using namespace Fenster;
+
+Q_DECLARE_METATYPE(SkatJornal::Form)
+
+namespace {
+
+const QString Einschleusung = QStringLiteral("x'; DROP TABLE SpielListe; --");
+const QString Steuerzeichen = QStringLiteral("A") + QChar(u'\0') + QStringLiteral("B\x1b\t\r\nC");
+const QString Megabyte(1 << 20, QLatin1Char('x'));
+// 39 letters and a playing card: a field of 40 keeps half of the card.
+const QString Karte = QString(39, QLatin1Char('a')) + QStringLiteral(u"\U0001F0A1");
+
+const QString Manager = QStringLiteral("Tabulor@10.0.0.9:4000");
+const QString Tisch = QStringLiteral("Kartulo@10.0.0.12:4000");
+
+// One column of a table as text, read through the window's connection.
+QStringList lesen(const QString &abfrage)
+{
+    QStringList werte;
+    QSqlQuery query(QSqlDatabase::database(ProtokollDatenbank::verbindungsName()));
+    query.exec(abfrage);
+    while (query.next())
+        werte << query.value(0).toString();
+    return werte;
+}
+
+} // namespace
+
+class TstRobustheit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    // The first window installs Qt's German texts, which the scorer reads in
+    // the reasons of a refused file too.
+    void initTestCase() { MainWindow(); }
+    void init() { TestUmgebung::allesLoeschen(); }
+    void eingefuegt_data();
+    void eingefuegt();
+    void docks_data();
+    void docks();
+    void anweisungen_data();
+    void anweisungen();
+    void neueNamen_data();
+    void neueNamen();
+    void teilnehmerTabelle_data();
+    void teilnehmerTabelle();
+    void spielerDatei_data();
+    void spielerDatei();
+    void xmlDatei_data();
+    void xmlDatei();
+    void langeListe();
+    void jornal_data();
+    void jornal();
+    void einstellungen_data();
+    void einstellungen();
+    void nachrichten_data();
+    void nachrichten();
+    void vomDraht_data();
+    void vomDraht();
+};
+
+void TstRobustheit::eingefuegt_data()
+{
+    QTest::addColumn<QString>("feld");    // "dock/field" for the input docks
+    QTest::addColumn<QString>("eingabe"); // null: everything selected is deleted
+    QTest::addColumn<QString>("danach");  // null: the field refuses it and keeps its text
+    // Each field with the number of characters it keeps of a pasted text (-1:
+    // none) and whether it stays empty when emptied; a money field shows its
+    // value again at once (when it has the focus: once it is left, tst_tablett).
+    struct Feld
+    {
+        const char *name;
+        int grenze;
+        bool leer;
+    };
+    const Feld felder[] = {{"leNeuSpieler1", 40, true},
+                           {"leNeuTischNr", 32767, true},
+                           {"leListenName", 40, true},
+                           {"cmbGruppenId", 32767, true},
+                           {"leKartengeld", -1, false},
+                           {"leGewSpieleAbzglVerlSpiele", -1, false},
+                           {"leReizwert", -1, false},
+                           {"spbTischNr", -1, false},
+                           {"spbSerie", -1, false},
+                           {"spbSpielAnzahl", -1, false},
+                           {"deDatum", -1, false},
+                           {"DockZeitLimit/leWert", -1, true},
+                           {"DockBierlachs/leWert", -1, true},
+                           {"DockZweitliste/leWert", -1, true}};
+    for (const Feld &f : felder) {
+        QTest::addRow("%s leer", f.name) << f.name << QString() << (f.leer ? "" : QString());
+        for (const auto &[art, text] : {std::pair{"1 MB", Megabyte},
+                                        {"Steuerzeichen", Steuerzeichen},
+                                        {"Einschleusung", Einschleusung}})
+            QTest::addRow("%s %s", f.name, art)
+                << f.name << text << (f.grenze < 0 ? QString() : text.left(f.grenze));
+    }
+}
+
+// What a field keeps when its text is deleted or a text is pasted over it:
+// the fields of names and the club name cut at 40 characters, any other line
+// edit at 32 767, the number fields and docks take nothing but digits, the bid
+// field takes no key at all. The club name is stored as its field shows it.
+void TstRobustheit::eingefuegt()
+{
+    QFETCH(QString, feld);
+    QFETCH(QString, eingabe);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    const QString dock = feld.section(QLatin1Char('/'), 0, -2);
+    if (dock == "DockZeitLimit")
+        kind<QAction>(&fenster, "actionTurnier")->trigger();
+    else if (dock == "DockBierlachs")
+        kind<QAction>(&fenster, "actionBierlachs")->trigger();
+    else if (dock == "DockZweitliste")
+        fenster.startZweitProtokoll();
+    QWidget *ort = dock.isEmpty() ? &fenster : kind<QWidget>(&fenster, qPrintable(dock));
+    auto *widget = kind<QWidget>(ort, qPrintable(feld.section(QLatin1Char('/'), -1)));
+    QVERIFY(widget);
+    auto *zeile = qobject_cast<QLineEdit *>(widget) ? qobject_cast<QLineEdit *>(widget)
+                                                    : widget->findChild<QLineEdit *>();
+    const QString vorher = zeile->text();
+    zeile->selectAll();
+    if (eingabe.isNull()) {
+        QTest::keyClick(zeile, Qt::Key_Delete);
+    } else {
+        QApplication::clipboard()->setText(eingabe);
+        QTest::keyClick(zeile, Qt::Key_V, Qt::ControlModifier);
+    }
+    QFETCH(QString, danach);
+    QCOMPARE(zeile->text(), danach.isNull() ? vorher : danach);
+    if (feld == "leListenName")
+        QCOMPARE(Fenster::einstellungen().value("vereinsname").toString(), zeile->text());
+}
+
+void TstRobustheit::docks_data()
+{
+    QTest::addColumn<QString>("aktion");
+    QTest::addColumn<QString>("eingabe");
+    QTest::addColumn<QString>("danach");
+    QTest::newRow("Zeitlimit leer") << "actionTurnier"
+                                    << ""
+                                    << "Verbleibende Zeit 120 Minuten";
+    QTest::newRow("Bierlachs unter 100") << "actionBierlachs"
+                                         << "5"
+                                         << "Bierlachs Modus - 5 Maxpunkte";
+    QTest::newRow("Zweitliste leer") << "zweitliste"
+                                     << ""
+                                     << "Es wurde keine Tischnummer eingegeben!";
+}
+
+// An empty or short number confirmed in a dock: the time limit is 120
+// minutes, a Bierlachs maximum below 100 is taken as typed (the field lets
+// it through on the way to three digits), a second list needs a table.
+void TstRobustheit::docks()
+{
+    QFETCH(QString, aktion);
+    QFETCH(QString, eingabe);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    if (aktion == "zweitliste")
+        fenster.startZweitProtokoll();
+    else
+        kind<QAction>(&fenster, qPrintable(aktion))->trigger();
+    auto *dock = fenster.findChild<EingabeDock *>();
+    QVERIFY(dock);
+    kind<QLineEdit>(dock, "leWert")->clear();
+    QTest::keyClicks(kind<QLineEdit>(dock, "leWert"), eingabe);
+    klick(dock, "pbDockOk");
+    if (aktion == "actionTurnier") {
+        kind<QPushButton>(&fenster, "pbStartSpiel")->setEnabled(true);
+        klick(&fenster, "pbStartSpiel");
+    }
+    const QStringList gezeigt =
+        antworten.texte +
+        QStringList{text(&fenster, "leMeldungRot"), kind<QLabel>(&fenster, "lblModus")->text()};
+    QFETCH(QString, danach);
+    QVERIFY2(gezeigt.contains(danach), qPrintable(gezeigt.join(" | ")));
+}
+
+void TstRobustheit::anweisungen_data()
+{
+    QTest::addColumn<QString>("gruppe");
+    QTest::addColumn<QString>("gespeichert");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("leer") << ""
+                          << ""
+                          << "";
+    QTest::newRow("1 MB") << Megabyte << Megabyte << QString(40, QLatin1Char('x'));
+    QTest::newRow("halbes Zeichen")
+        << QString(QChar(0xD800)) + "x" << QString(QChar(0xFFFD)) + "x" << QString();
+    QTest::newRow("Steuerzeichen")
+        << Steuerzeichen << QString(Steuerzeichen).remove(QChar(u'\0')) << "A B    C";
+    QTest::newRow("Einschleusung") << Einschleusung << Einschleusung << Einschleusung;
+}
+
+// Group ids and player names are pasted into literal statements: a quote is
+// doubled and a NUL, where SQLite would end the statement, is left out. Names
+// reach the store cleaned (at most 40 characters, no control characters).
+void TstRobustheit::anweisungen()
+{
+    QFETCH(QString, gruppe);
+    QFETCH(QString, name);
+    QDir().mkpath(TestUmgebung::datenVerzeichnis());
+    ProtokollDatenbank db(TestUmgebung::datenVerzeichnis());
+    QCOMPARE(db.oeffnen(), ProtokollDatenbank::Zustand::Neu);
+    ListenKopf kopf;
+    kopf.gruppe = gruppe;
+    QVERIFY2(db.kopfSchreiben(kopf), qPrintable(db.fehler()));
+    QTEST(db.kopfLesen().value_or(ListenKopf()).gruppe, "gespeichert");
+    if (!name.isEmpty()) {
+        const int nummer = db.spielerHinzufuegen({0, name, true, true});
+        QVERIFY(nummer > 0);
+        QCOMPARE(db.spielerHinzufuegen({0, name, true, true}), nummer);
+        QCOMPARE(db.spielerNamen(), QStringList{name});
+    }
+    QCOMPARE(db.verbindung().tables().size(), 4);
+}
+
+void TstRobustheit::neueNamen_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("tisch");
+    QTest::addColumn<QString>("teilnehmer");
+    QTest::addColumn<int>("tischNr");
+    QTest::newRow("leer") << "Eva"
+                          << ""
+                          << "Eva" << 0;
+    QTest::newRow("1 MB") << Megabyte << Megabyte << QString(40, QLatin1Char('x')) << 0;
+    QTest::newRow("halbes Zeichen") << Karte << "7" << QString(39, QLatin1Char('a')) << 7;
+    QTest::newRow("Steuerzeichen") << Steuerzeichen << "7\t"
+                                   << "A B    C" << 7;
+    QTest::newRow("Einschleusung")
+        << Einschleusung << "7'; DROP TABLE Settings; --" << Einschleusung << 0;
+}
+
+// The "Neu" page: a name is cut by its field and cleaned, then registered and
+// seated; a table number that is no number is table 0.
+void TstRobustheit::neueNamen()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, tisch);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    kind<QAction>(&fenster, "actionNeu")->trigger();
+    const QStringList namen{name, "Bernd", "Clara"};
+    for (int i = 0; i < namen.size(); ++i)
+        fenster.findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))
+            ->setText(namen.at(i));
+    kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(tisch);
+    kind<QLineEdit>(&fenster, "leNeuSerie")->setText("2");
+    klick(&fenster, "pbOk");
+    QCOMPARE(antworten.texte, QStringList{"Neues Protokoll?"});
+    QTEST(lesen("SELECT Name FROM Teilnehmer").value(0), "teilnehmer");
+    QTEST(lesen("SELECT Name FROM Spieler WHERE MgldNr = 1").value(0), "teilnehmer");
+    QTEST(kind<QSpinBox>(&fenster, "spbTischNr")->value(), "tischNr");
+    QCOMPARE(TestProtokoll::zeilen("SpielListe"), 0);
+}
+
+void TstRobustheit::teilnehmerTabelle_data()
+{
+    QTest::addColumn<QString>("eingabe");
+    QTest::addColumn<QString>("name"); // null: refused, the old name stays
+    QTest::newRow("leer") << ""
+                          << "";
+    QTest::newRow("1 MB") << Megabyte << QString(40, QLatin1Char('x'));
+    QTest::newRow("halbes Zeichen") << Karte << QString(39, QLatin1Char('a'));
+    QTest::newRow("Steuerzeichen") << Steuerzeichen << "A B    C";
+    QTest::newRow("Trennzeichen") << "A:B" << QString();
+    QTest::newRow("Einschleusung") << Einschleusung << Einschleusung;
+}
+
+// A name typed into the participants table is cleaned as on the "Neu" page;
+// a separator of the network texts is refused with a warning.
+void TstRobustheit::teilnehmerTabelle()
+{
+    QFETCH(QString, eingabe);
+    QFETCH(QString, name);
+    MeldungsBeantworter antworten;
+    QStandardItemModel modell(1, 2);
+    modell.setData(modell.index(0, 1), "Anna");
+    QLineEdit feld(eingabe);
+    NamensDelegate().setModelData(&feld, &modell, modell.index(0, 1));
+    QCOMPARE(modell.index(0, 1).data().toString(), name.isNull() ? "Anna" : name);
+    QCOMPARE(antworten.texte,
+             name.isNull() ? QStringList{"Das Zeichen \":\" ist in Spielernamen nicht erlaubt."}
+                           : QStringList());
+}
+
+void TstRobustheit::spielerDatei_data()
+{
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<QStringList>("namen");
+    QTest::newRow("leer") << QByteArray() << QStringList();
+    QTest::newRow("1 MB") << Megabyte.toUtf8() << QStringList{QString(40, QLatin1Char('x'))};
+    QTest::newRow("kein UTF-8") << QByteArray("J\xf6rg\nAnna\xff")
+                                << QStringList{QStringLiteral(u"Anna\uFFFD"),
+                                               QStringLiteral(u"J\uFFFDrg")};
+    QTest::newRow("Steuerzeichen")
+        << QByteArray("\x1b[31mAnna\tBerg\n") << QStringList{"[31mAnna Berg"};
+    QTest::newRow("Einschleusung")
+        << Einschleusung.toUtf8() + "\nA:B|C@D$E" << QStringList{"ABCDE", Einschleusung};
+}
+
+// "KartuloSpieler.txt" replaces the registry, an empty file too, with the
+// names cleaned; NUL bytes, line ends and separators are in tst_dateien.
+void TstRobustheit::spielerDatei()
+{
+    QFETCH(QByteArray, inhalt);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    QFile datei(TestUmgebung::datenVerzeichnis() + "/../KartuloSpieler.txt");
+    QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
+    datei.close();
+    MainWindow fenster;
+    klick(&fenster, "pbSpielerAusTextdatei");
+    QTEST(lesen("SELECT Name FROM Spieler"), "namen");
+}
+
+void TstRobustheit::xmlDatei_data()
+{
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<QString>("gelesen");
+    const auto spieler = [](const QByteArray &name, const QByteArray &kopf = {}) -> QByteArray {
+        return kopf + "<Kartulo><spieler1 name=\"" + name + "\"/></Kartulo>";
+    };
+    QByteArray lawine = "<!DOCTYPE Kartulo [<!ENTITY e0 \"xxxxxxxxxx\">";
+    for (int i = 1; i < 10; ++i)
+        lawine += QStringLiteral("<!ENTITY e%1 \"%2\">")
+                      .arg(i)
+                      .arg(QStringLiteral("&e%1;").arg(i - 1).repeated(10))
+                      .toUtf8();
+    lawine += "]>";
+    QTest::newRow("leer") << QByteArray(" \r\n") << "Zeile 1: Die Datei ist leer.";
+    QTest::newRow("1 MB Name") << spieler(Megabyte.toUtf8())
+                               << "Spieler: " + QString(40, QLatin1Char('x')) + ";";
+    QTest::newRow("1 MB Spiele") << "<Kartulo><spiele>" + QByteArray("<spiel/>").repeated(130000) +
+                                        "</spiele></Kartulo>"
+                                 << "Spiele: 130000";
+    QTest::newRow("kein UTF-8") << spieler("J\xf6rg")
+                                << "Zeile 1: Die Datei ist kein gueltiges XML";
+    QTest::newRow("Latin-1 angesagt")
+        << spieler("J\xf6rg", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>")
+        << QStringLiteral(u"Spieler: J\u00F6rg;");
+    QTest::newRow("NUL-Byte") << QByteArray("<Kartulo>\0</Kartulo>", 20)
+                              << "Zeile 1: Die Datei ist kein gueltiges XML";
+    QTest::newRow("Verweis auf ESC")
+        << spieler("A&#27;B") << QStringLiteral(u"(Ung\u00FCltige Zeichenreferenz.)");
+    QTest::newRow("Tabulator, Zeilenende")
+        << spieler("Anna&#9;Berg&#13;&#10;") << "Spieler: Anna Berg;";
+    QTest::newRow("Entitaet") << spieler("&n;", "<!DOCTYPE Kartulo [<!ENTITY n \"Anna\">]>")
+                              << "Spieler: Anna;";
+    QTest::newRow("Entitaetenlawine") << spieler("&e9;", lawine) << "Entity-Expansions-Limit";
+    QTest::newRow("externe Entitaet")
+        << spieler("&n;", "<!DOCTYPE Kartulo [<!ENTITY n SYSTEM \"file:///etc/passwd\">]>")
+        << "die externe Entity 'n' referenziert";
+    QTest::newRow("Trennzeichen")
+        << QByteArray("<Kartulo gruppe=\"A:B$C@D\"><spieler1 name=\"An|na@x$y:z\"/></Kartulo>")
+        << "Spieler: Annaxyz; Gruppe: ABCD;";
+    QTest::newRow("Einschleusung")
+        << spieler("x&apos;; DROP TABLE SpielListe; --") << "Spieler: " + Einschleusung + ";";
+}
+
+// A protocol file is read whole or refused with its line; names and group
+// come cleaned, entities of the file itself are expanded within a limit.
+// Refused files leave the list as it was (tst_dateifenster).
+void TstRobustheit::xmlDatei()
+{
+    QFETCH(QByteArray, inhalt);
+    QFETCH(QString, gelesen);
+    const auto ergebnis = XmlProtokoll::lesen(inhalt);
+    QString text;
+    if (const auto *fehler = std::get_if<XmlFehler>(&ergebnis)) {
+        text = QStringLiteral("Zeile %1: %2").arg(fehler->zeile).arg(fehler->text);
+    } else {
+        const XmlDaten &daten = std::get<XmlDaten>(ergebnis);
+        QStringList namen;
+        for (const Teilnehmer &t : daten.spieler)
+            namen << t.name;
+        text = QStringLiteral("Spieler: %1; Gruppe: %2; Spiele: %3")
+                   .arg(namen.join(QLatin1Char(',')), daten.kopf.gruppe)
+                   .arg(daten.spiele.size());
+    }
+    QVERIFY2(text.contains(gelesen), qPrintable(text.left(200)));
+}
+
+// A file of 1 MB may hold 130 000 games. The overview takes them row by row;
+// a cell filled into an empty row relaid the whole table out, which took
+// minutes for such a file, and again at every start.
+void TstRobustheit::langeListe()
+{
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    XmlDaten daten;
+    daten.spieler = {{1, "A", "Ja", "Ja"}, {2, "B", "Ja", "Ja"}, {3, "C", "Ja", "Ja"}};
+    daten.spiele = TestProtokoll::abend(300, 3);
+    QVERIFY(XmlProtokoll::dateiSchreiben(TestUmgebung::datenVerzeichnis() + "/lang.xml",
+                                         XmlProtokoll::schreiben(daten)));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    QAbstractItemModel *uebersicht = kind<QTableView>(&fenster, "tblViewUebersicht")->model();
+    QSignalSpy neuAusgelegt(uebersicht, &QAbstractItemModel::layoutChanged);
+    kind<QAction>(&fenster, "actionLaden")->trigger();
+    klick(fenster.findChild<DockFileView *>(), "pbOk");
+    QCOMPARE(uebersicht->rowCount(), 300);
+    QCOMPARE(uebersicht->index(299, 0).data().toString(), QStringLiteral("300"));
+    QCOMPARE(neuAusgelegt.count(), 0);
+}
+
+void TstRobustheit::jornal_data()
+{
+    QTest::addColumn<SkatJornal::Form>("form");
+    QTest::addColumn<QByteArray>("inhalt");
+    QTest::addColumn<QString>("spieler"); // null: the file is refused
+    const auto json = [](const QByteArray &spieler) -> QByteArray {
+        return "{\"skatliste\":{\"Datum\":\"\",\"tischnr\":1,\"seriennr\":1,\"spiele\":[{"
+               "\"spieler\":\"" +
+               spieler + "\"}]}}";
+    };
+    const auto cbor = [&](const QByteArray &spieler) {
+        return QCborValue::fromJsonValue(QJsonDocument::fromJson(json("@@@@")).object())
+            .toCbor()
+            .replace("@@@@", spieler);
+    };
+    QTest::newRow("JSON leer") << SkatJornal::Json << QByteArray() << QString();
+    QTest::newRow("CBOR leer") << SkatJornal::Binaer << QByteArray() << QString();
+    QTest::newRow("JSON 1 MB") << SkatJornal::Json << json(Megabyte.toUtf8()) << Megabyte;
+    QTest::newRow("JSON 200 000 Klammern")
+        << SkatJornal::Json << QByteArray(200000, '[') << QString();
+    QTest::newRow("CBOR 200 000 Ebenen")
+        << SkatJornal::Binaer << QByteArray(200000, '\x81') << QString();
+    QTest::newRow("CBOR Laenge 2^63")
+        << SkatJornal::Binaer << QByteArray::fromHex("7b7fffffffffffffff") << QString();
+    QTest::newRow("JSON kein UTF-8") << SkatJornal::Json << json("J\xf6rg") << QString();
+    QTest::newRow("CBOR kein UTF-8") << SkatJornal::Binaer << cbor("J\xf6r") << QString();
+    QTest::newRow("JSON Steuerzeichen") << SkatJornal::Json << json("A\\u0000B\x01\\u001b")
+                                        << "A" + QString(QChar(u'\0')) + "B\x01\x1b";
+    QTest::newRow("CBOR Steuerzeichen") << SkatJornal::Binaer << cbor(QByteArray("A\0\x1b\t", 4))
+                                        << "A" + QString(QChar(u'\0')) + "\x1b\t";
+    QTest::newRow("JSON Einschleusung")
+        << SkatJornal::Json << json("x'; DROP TABLE SpielListe; --\\\"}]}}")
+        << Einschleusung + "\"}]}}";
+}
+
+// The journal beside the list is read back only to be continued: a file
+// that is not one is refused whole, deep nesting too, and the running list
+// starts a journal of its own; names are kept as they are.
+void TstRobustheit::jornal()
+{
+    QFETCH(SkatJornal::Form, form);
+    QFETCH(QByteArray, inhalt);
+    QFETCH(QString, spieler);
+    QTemporaryDir ordner;
+    QFile datei(SkatJornal::dateiPfad(ordner.filePath("jornal"), form));
+    QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
+    datei.close();
+    SkatJornal jornal;
+    jornal.setPath(ordner.filePath("jornal"));
+    if (spieler.isNull())
+        QTest::ignoreMessage(QtWarningMsg, "Kann Jornaldatei nicht laden.");
+    QCOMPARE(jornal.load(form), !spieler.isNull());
+    QCOMPARE(jornal.eintraege().value(0).spieler, spieler.isNull() ? QString() : spieler);
+}
+
+void TstRobustheit::einstellungen_data()
+{
+    QTest::addColumn<QByteArray>("zeile");
+    QTest::addColumn<QString>("gelesen");
+    QTest::newRow("leer") << QByteArray("platz2=") << "platz2 0";
+    QTest::newRow("1 MB") << "vereinsname=" + Megabyte.toUtf8() << "vereinsname " + Megabyte;
+    QTest::newRow("Latin-1") << QByteArray("vereinsname=J\xf6rg")
+                             << QStringLiteral(u"vereinsname J\u00F6rg");
+    QTest::newRow("UTF-8 von Hand")
+        << QByteArray("vereinsname=J\xc3\xb6rg") << QStringLiteral(u"vereinsname J\u00C3\u00B6rg");
+    QTest::newRow("Steuerzeichen") << QByteArray("vereinsname=A\x1b\tB") << "vereinsname A\x1b\tB";
+    QTest::newRow("Semikolon") << "vereinsname=" + Einschleusung.toUtf8() << "vereinsname x'";
+    QTest::newRow("Semikolon in Anfuehrung") << "vereinsname=\"" + Einschleusung.toUtf8() + "\""
+                                             << "vereinsname " + Einschleusung;
+    QTest::newRow("Komma") << QByteArray("vereinsname=Nord, Sued") << "vereinsname ";
+    QTest::newRow("keine Zahl") << QByteArray("platz2=1,5") << "platz2 0";
+    QTest::newRow("nan") << QByteArray("platz2=nan") << "platz2 nan";
+    QTest::newRow("negativ") << QByteArray("platz2=-5") << "platz2 -5";
+    QTest::newRow("nein") << QByteArray("spielstandmitfabianpunkten=nein")
+                          << "spielstandmitfabianpunkten true";
+}
+
+// The settings store as a hand may have edited it: Qt reads the file as
+// Latin-1, a ';' begins a comment and a ',' makes a list, which is no text.
+// Values are taken without a range; only typing into a field checks one.
+void TstRobustheit::einstellungen()
+{
+    QFETCH(QByteArray, zeile);
+    QFile datei(Fenster::einstellungen().fileName());
+    QVERIFY(QDir().mkpath(QFileInfo(datei).path()));
+    QVERIFY(datei.open(QIODevice::WriteOnly));
+    datei.write("[General]\n" + zeile + "\n");
+    datei.close();
+    Einstellungen einstellungen;
+    einstellungen.laden(TestUmgebung::datenVerzeichnis());
+    const QString schluessel = QString::fromLatin1(zeile.left(zeile.indexOf('=')));
+    QString wert = QString::number(einstellungen.kosten().platz2);
+    if (schluessel == "vereinsname")
+        wert = einstellungen.vereinsname();
+    else if (schluessel == "spielstandmitfabianpunkten")
+        wert = einstellungen.mitFabianpunkten() ? "true" : "false";
+    QTEST(QString(schluessel + " " + wert), "gelesen");
+}
+
+void TstRobustheit::nachrichten_data()
+{
+    QTest::addColumn<QString>("von");
+    QTest::addColumn<bool>("zweitliste"); // this table has asked table 7 for a pairing
+    QTest::addColumn<QStringList>("texte");
+    QTest::addColumn<QStringList>("danach");
+    const auto zeile = [](const char *name, const QString &von, bool zweitliste,
+                          const QStringList &texte, const QStringList &danach) {
+        QTest::newRow(name) << von << zweitliste << texte << danach;
+    };
+    const QString x40(40, QLatin1Char('x'));
+    const QString drei = "@1|A|Ja|Ja@2|B|Ja|Ja@3|C|Ja|Ja";
+    const QString kosten = "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|";
+    const QString viele = "Otto|1|1|0|0|0|0|-@Eva|1|1|0|0|0|0|-@Ida|1|1|0|0|0|0|-@"
+                          "Max|1|1|0|0|0|0|-@Udo|1|1|0|0|0|0|-";
+    const QString tisch7 = "9:127.0.0.1:$7@1@";
+    const QString ende = "@SpielerEnde";
+    const QString kopie = "14:127.0.0.1:$24@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@18";
+    const QString vergeben = "Meldungen=Tisch 0 ist schon vergeben!";
+    const QString erste = "Liste=Erstliste Tisch 5";
+
+    zeile("3 leer", Manager, false, {"3:127.0.0.1:$"}, {vergeben});
+    zeile("3 1 MB", Manager, false, {"3:127.0.0.1:$" + Megabyte}, {vergeben});
+    zeile("3 Steuerzeichen", Manager, false, {"3:127.0.0.1:$" + Steuerzeichen}, {vergeben});
+    zeile("4 leer", Manager, false, {"4:127.0.0.1:$"}, {"Register="});
+    zeile("4 1 MB", Manager, false, {"4:127.0.0.1:$7|" + Megabyte}, {"Register=" + x40});
+    zeile("4 Steuerzeichen", Manager, false, {"4:127.0.0.1:$7|" + Steuerzeichen},
+          {"Register=A B    C"});
+    zeile("4 Einschleusung", Manager, false, {"4:127.0.0.1:$7|" + Einschleusung + "@8|A:nna"},
+          {"Register=" + Einschleusung + ",Anna"});
+    zeile("4 zweites $", Manager, false, {"4:127.0.0.1:$7|Eva$"},
+          {"Register=Anna,Bernd,Clara,Dora"});
+    zeile("6 leer", Manager, false, {"6:127.0.0.1:$"},
+          {"Meldungen=Auslosung noch nicht abgeschlossen\noder Tisch 5 nicht vorhanden!"});
+    zeile("6 1 MB", Manager, false, {"6:127.0.0.1:" + Megabyte + "$5@1@1|" + Megabyte + drei},
+          {"Meldungen=Neues Protokoll?", "Neu1=" + x40,
+           "Register=Anna,Bernd,Clara,Dora," + x40 + ",A,B,C", "Gruppe=" + Megabyte.left(32767)});
+    zeile("6 Steuerzeichen", Manager, false,
+          {"6:127.0.0.1:" + Steuerzeichen + "$5@1@1|" + Steuerzeichen + drei},
+          {"Neu1=" + Steuerzeichen, "Register=Anna,Bernd,Clara,Dora,A B    C,A,B,C",
+           "Gruppe=" + Steuerzeichen});
+    zeile("6 Einschleusung", Manager, false, {"6:127.0.0.1:G$5@1@1|" + Einschleusung + drei},
+          {"Neu1=" + Einschleusung, "Gruppe=G"});
+    zeile("15 leer", Manager, false, {"15:127.0.0.1:$"}, {"Kartengeld=1.0", "Verein=MeinVerein"});
+    zeile("15 1 MB", Manager, false, {kosten + Megabyte}, {"Kartengeld=0.7", "Verein=" + x40});
+    zeile("15 Steuerzeichen", Manager, false,
+          {QString(kosten).replace("0.7", "0.7\x1b") + Steuerzeichen},
+          {"Kartengeld=1.0", "Verein=" + Steuerzeichen});
+    zeile("15 Einschleusung", Manager, false, {kosten + Einschleusung},
+          {"Verein=" + Einschleusung});
+    zeile("7 leer", Tisch, false, {"7:10.0.0.12:$"}, {"Rangliste=5"});
+    zeile("7 1 MB", Tisch, false, {"7:10.0.0.12:$" + Megabyte + "|1|1|0|0|0|0|-"}, {"Rangliste=5"});
+    zeile("7 fuenf Ergebnisse", Tisch, false, {"7:10.0.0.12:$" + viele}, {"Rangliste=4"});
+    zeile("7 Einschleusung", Tisch, false, {"7:10.0.0.12:$" + Einschleusung + "|1|1|0|0|0|0|-"},
+          {"Rangliste=5"});
+    zeile("8 1 MB", Tisch, false, {"8:10.0.0.12:$" + Megabyte}, {"Meldungen=", erste});
+    zeile("9 leer", Tisch, true, {"9:127.0.0.1:$"}, {"Liste=Zweitliste Tisch "});
+    zeile("9 1 MB", Tisch, true, {tisch7 + "0|" + Megabyte + ende},
+          {"Liste=Zweitliste Tisch 7", "Register=Anna,Bernd,Clara,Dora," + x40});
+    zeile("9 fuenf Spieler", Tisch, true, {tisch7 + "0|E@0|F@0|G@0|H@0|I" + ende}, {erste});
+    zeile("9 Steuerzeichen", Tisch, true, {tisch7 + "0|" + Steuerzeichen + ende},
+          {"Register=Anna,Bernd,Clara,Dora,A B    C"});
+    zeile("10 leer", Tisch, true, {"10:127.0.0.1:$"}, {"Meldungen="});
+    zeile("10 1 MB", Tisch, true, {"10:127.0.0.1:$7@" + Megabyte},
+          {"Meldungen=" + Megabyte.left(200)});
+    zeile("10 Steuerzeichen", Tisch, true, {"10:127.0.0.1:$7@" + Steuerzeichen},
+          {"Meldungen=" + Steuerzeichen});
+    zeile("12 1 MB", Tisch, false, {"12:10.0.0.12:$" + Megabyte},
+          {"Tische=10.0.0.12:0,127.0.0.1:5"});
+    zeile("13 keine Zahlen", Tisch, true,
+          {kopie, "13:127.0.0.1:$7@1@1" + QString("@" + Steuerzeichen).repeated(17)},
+          {"Meldungen=Eintrag bei Spiel 1 Spielwert 24 <> Spielwert 0.|Eintrag bei Spiel 1 Mit 1 "
+           "<> Mit 0.|Eintrag bei Spiel 1 Gewonnen 24 <> Gewonnen 0.|Eintrag bei Spiel 1 Spieler1 "
+           "24 <> Spieler1 0.|Eintrag bei Spiel 1 Reizung 18 <> Reizung 0."});
+    zeile("14 leer", Tisch, false, {"14:127.0.0.1:$"}, {"Spiele=1"});
+    zeile("14 1 MB", Tisch, false, {"14:127.0.0.1:$" + Megabyte}, {"Spiele=1"});
+    zeile("14 Einschleusung", Tisch, false, {"14:127.0.0.1:$" + Einschleusung}, {"Spiele=1"});
+    zeile("17 Pfad", Tisch, false, {"16:127.0.0.1:$../../x.pdf", "17:127.0.0.1:$../../x.pdf@eJw="},
+          {"Meldungen=", "Spiele=0", erste});
+}
+
+// What the manager and other tables send, bad as it may be, ends as a message
+// box, a field, a registry entry, a ranking row or a game, or is ignored.
+// Broken texts and foreign senders are in tst_netz, bytes that are no UTF-8
+// never leave the link (tst_velmora_netz).
+void TstRobustheit::nachrichten()
+{
+    QFETCH(QString, von);
+    QFETCH(bool, zweitliste);
+    QFETCH(QStringList, texte);
+    QFETCH(QStringList, danach);
+    QVERIFY(TestProtokoll::anlegen(4, 48));
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    fenster.newParticipant(Tisch);
+    if (zweitliste) {
+        fenster.startZweitProtokoll();
+        kind<QDockWidget>(&fenster, "DockZweitliste")->findChild<QLineEdit *>()->setText("7");
+        fenster.onZweitListenTischNrOk();
+    }
+    for (const QString &text : texte)
+        fenster.appendMessage(von, text);
+    fenster.CheckRecordGegenRecordVonErsterListe();
+
+    QStringList tische;
+    const QMap<QString, int> &tischVon = fenster.findChild<NetzSteuerung *>()->tischVonAdresse();
+    for (auto it = tischVon.cbegin(); it != tischVon.cend(); ++it)
+        tische << QStringLiteral("%1:%2").arg(it.key()).arg(it.value());
+    const QStringList zustand{
+        "Meldungen=" + antworten.texte.join(QLatin1Char('|')),
+        "Register=" + lesen("SELECT Name FROM Spieler").join(QLatin1Char(',')),
+        QStringLiteral("Rangliste=%1")
+            .arg(kind<QTreeView>(&fenster, "tvRangliste")->model()->rowCount()),
+        QStringLiteral("Spiele=%1").arg(TestProtokoll::zeilen("SpielListe")),
+        "Gruppe=" + kind<QComboBox>(&fenster, "cmbGruppenId")->currentText(),
+        "Kartengeld=" + text(&fenster, "leKartengeld"),
+        "Verein=" + text(&fenster, "leListenName"),
+        "Neu1=" + text(&fenster, "leNeuSpieler1"),
+        "Liste=" + kind<QLabel>(&fenster, "lblListe")->text(),
+        "Tische=" + tische.join(QLatin1Char(','))};
+    for (const QString &erwartet : danach)
+        QVERIFY2(zustand.contains(erwartet), qPrintable(zustand.join("; ").left(1000)));
+}
+
+void TstRobustheit::vomDraht_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("gelesen");
+    QTest::newRow("leer") << QByteArray() << "keine Nachricht";
+    QTest::newRow("1 MB") << "7:1.2.3.4:G$" + QByteArray("a@").repeated(1 << 19)
+                          << "Typ 7, 524289 Eintraege";
+    QTest::newRow("kein UTF-8") << QByteArray("12:1.2.3.4:G$\xff") << "kein UTF-8";
+    QTest::newRow("ueberlang") << QByteArray("12:1.2.3.4:G$\xc0\xaf") << "kein UTF-8";
+    QTest::newRow("Surrogat") << QByteArray("12:1.2.3.4:G$\xed\xa0\x80") << "kein UTF-8";
+    QTest::newRow("abgeschnitten") << QByteArray("12:1.2.3.4:G$\xe2\x99") << "kein UTF-8";
+    QTest::newRow("Steuerzeichen")
+        << QByteArray("12:1.2.3.4:G\x1b$\0\t\r\n", 18) << "Typ 12, 1 Eintraege";
+    QTest::newRow("Typ keine Zahl") << QByteArray("'; DROP:1.2.3.4:G$7") << "Typ 0, 1 Eintraege";
+    QTest::newRow("zweites $") << QByteArray("12:1.2.3.4:G$7$8") << "keine Nachricht";
+    QTest::newRow(": in der Gruppe") << QByteArray("12:1.2.3.4:G:H$7") << "keine Nachricht";
+}
+
+// The text of a MESSAGE frame on its way from the link to the window: bytes
+// that are no UTF-8 close the link, then the text must be one message. What
+// each type does with its items is in nachrichten(); frames and hellos are in
+// tst_velmora_protokoll and tst_velmora_netz.
+void TstRobustheit::vomDraht()
+{
+    QFETCH(QByteArray, bytes);
+    const std::optional<QString> text = Velmora::utf8Lesen(bytes);
+    const std::optional<Nachricht> nachricht = text ? Nachricht::lesen(*text) : std::nullopt;
+    const QString gelesen = !text        ? QStringLiteral("kein UTF-8")
+                            : !nachricht ? QStringLiteral("keine Nachricht")
+                                         : QStringLiteral("Typ %1, %2 Eintraege")
+                                               .arg(nachricht->typ)
+                                               .arg(nachricht->inhalt.size());
+    QTEST(gelesen, "gelesen");
+}
+
+KARTULO_TEST_MAIN(TstRobustheit)
+#include "tst_robustheit.moc"
