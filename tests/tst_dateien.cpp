@@ -230,6 +230,10 @@ void TstDateien::jornalVorlage()
     QCOMPARE(gelesen.tischNr(), 5);
     QCOMPARE(gelesen.serie(), 2);
     QVERIFY(gelesen.eintraege() == jornalAbend(true) && !(jornalAbend(true) == jornalAbend(false)));
+    // The bytes without the file read the same.
+    SkatJornal ausBytes;
+    QVERIFY(ausBytes.lesen(golden, form));
+    QVERIFY(ausBytes.eintraege() == gelesen.eintraege() && ausBytes.serie() == 2);
 }
 
 // Status and both names are passed through; the rest comes from the stored row.
