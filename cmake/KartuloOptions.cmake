@@ -8,6 +8,17 @@ target_compile_definitions(kartulo_options INTERFACE
   QT_USE_QSTRINGBUILDER
   QT_DISABLE_DEPRECATED_BEFORE=0x050F00
   QT_NO_CAST_FROM_BYTEARRAY)
+# For fuzzing every target is built with the sanitizers and the fuzzer's coverage; the
+# fuzzer's own main goes only into the fuzz targets (tests/fuzz). Undefined behaviour ends
+# a run like a crash, else it would scroll past as a warning.
+if(KARTULO_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "KARTULO_FUZZ needs clang: configure with CC=clang CXX=clang++")
+  endif()
+  target_compile_options(kartulo_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  target_link_options(kartulo_options INTERFACE -fsanitize=address,undefined)
+endif()
 
 # Adds a QtTest executable, linked with the given test toolkit, to CTest; every
 # test runs on the offscreen platform.
