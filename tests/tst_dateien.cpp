@@ -138,6 +138,11 @@ void TstDateien::xmlLesen_data()
                                   << QStringList{"Zeile 1: ", "\"tischnr\""};
     QTest::newRow("Geld kaputt") << QByteArray("<Kartulo platz2=\"1,5x\"/>")
                                  << QStringList{"Zeile 1: ", "\"platz2\""};
+    // Points that no int holds are refused like any other damaged number.
+    QTest::newRow("Punkte zu gross") << QByteArray("<Kartulo gewsp-verlsp=\"2.2e11\"/>")
+                                     << QStringList{"Zeile 1: ", "\"gewsp-verlsp\""};
+    QTest::newRow("Punkte nan") << QByteArray("<Kartulo verlspgegensp_3=\"nan\"/>")
+                                << QStringList{"Zeile 1: ", "\"verlspgegensp_3\""};
     QTest::newRow("Datum kaputt") << QByteArray("<Kartulo datum=\"2024-05-03\"/>")
                                   << QStringList{"Zeile 1: ", "TT-MM-JJJJ"};
     QTest::newRow("Spieler doppelt")

@@ -5,6 +5,8 @@
 #include <QXmlStreamWriter>
 
 #include <array>
+#include <climits>
+#include <cmath>
 #include <optional>
 
 namespace {
@@ -223,6 +225,9 @@ bool Leser::kopfLesen()
         bool ok = text.isEmpty();
         if (!ok)
             wert = QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&ok);
+        // Points go into an int; "1e300" or "nan" there is as damaged as "abc".
+        if (ok && k.punkte)
+            ok = std::trunc(wert) >= INT_MIN && std::trunc(wert) <= INT_MAX;
         if (!ok)
             return fehler(XmlProtokoll::tr("Das Attribut \"%1\" von <%2> ist keine Zahl: \"%3\"")
                               .arg(k.name, m_xml.name().toString(), text));
