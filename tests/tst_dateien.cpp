@@ -145,6 +145,9 @@ void TstDateien::xmlLesen_data()
                                 << QStringList{"Zeile 1: ", "\"verlspgegensp_3\""};
     QTest::newRow("Datum kaputt") << QByteArray("<Kartulo datum=\"2024-05-03\"/>")
                                   << QStringList{"Zeile 1: ", "TT-MM-JJJJ"};
+    QTest::newRow("Spiel ohne Nummer nach der hoechsten")
+        << QByteArray("<Kartulo><spiele><spiel nr=\"2147483647\"/><spiel/></spiele></Kartulo>")
+        << QStringList{"Zeile 1: ", "Nr. 2147483647"};
     QTest::newRow("Spieler doppelt")
         << QByteArray("<Kartulo>\n<spieler1/>\n<spieler1/>\n</Kartulo>")
         << QStringList{"Zeile 3: ", "erwartet wird <spieler2>"};

@@ -272,8 +272,15 @@ bool Leser::spielLesen()
 {
     const QXmlStreamAttributes attribute = m_xml.attributes();
     SpielEintrag spiel;
-    // A row without number follows the previous one, as rows are numbered without gaps.
-    const int naechsteZeile = m_daten.spiele.isEmpty() ? 1 : m_daten.spiele.last()[S::Zeile] + 1;
+    // A row without number follows the previous one, as rows are numbered without gaps; none
+    // can follow the highest number an int holds.
+    const int vorige = m_daten.spiele.isEmpty() ? 0 : m_daten.spiele.last()[S::Zeile];
+    const bool ohneNummer = attribute.value(QStringLiteral("nr")).isEmpty();
+    if (ohneNummer && vorige == INT_MAX)
+        return fehler(XmlProtokoll::tr("Auf Spiel Nr. %1 folgt ein Spiel ohne Nummer; eine "
+                                       "hoehere Nummer gibt es nicht.")
+                          .arg(vorige));
+    const int naechsteZeile = ohneNummer ? vorige + 1 : 0;
     for (const SpielAttribut &a : spielAttribute()) {
         if (a.flag) {
             spiel.setze(a.spalte, attribute.value(a.name).compare(QLatin1String("ja"),
