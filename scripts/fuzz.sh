@@ -51,17 +51,27 @@ CC=clang CXX=clang++ cmake -S . -B "$build" -DKARTULO_FUZZ=ON -DKARTULO_TESTS=OF
   -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG="-O1 -g"
 cmake --build "$build" -j 2 --target "${ziele[@]/#/fuzz_}"
 
-export ASAN_OPTIONS=detect_leaks=1
 export UBSAN_OPTIONS=print_stacktrace=1
+export LSAN_OPTIONS="suppressions=$PWD/tests/fuzz/lsan.supp:print_suppressions=0"
 mkdir -p "$build/funde"
+
+# Runs a target's binary with its sanitizer options in the namespace. The journal's
+# suppression (tests/fuzz/lsan.supp) needs whole stacks through Qt; the others keep the
+# fast unwinder, which is ten times quicker for them.
+fuzzer() {
+  local ziel=$1
+  shift
+  local asan=detect_leaks=1
+  [ "$ziel" = jornal ] && asan+=:fast_unwind_on_malloc=0
+  ASAN_OPTIONS=$asan scripts/netns.sh "$build/bin/fuzz_$ziel" -rss_limit_mb=2048 -timeout=10 "$@"
+}
 
 laufen() {
   local ziel=$1
   local arbeit="$build/korpus/$ziel"
   mkdir -p "$arbeit"
   local rc=0
-  scripts/netns.sh "$build/bin/fuzz_$ziel" -max_total_time="$sekunden" -rss_limit_mb=2048 \
-    -timeout=10 -print_final_stats=1 -dict="tests/fuzz/$ziel.dict" \
+  fuzzer "$ziel" -max_total_time="$sekunden" -print_final_stats=1 -dict="tests/fuzz/$ziel.dict" \
     -artifact_prefix="$build/funde/$ziel-" "$arbeit" "tests/fuzz/corpus/$ziel" \
     >"$build/fuzz_$ziel.log" 2>&1 || rc=$?
   echo "$rc" >"$build/fuzz_$ziel.rc"
@@ -102,8 +112,7 @@ if $mischen; then
     neu=$(mktemp -d)
     # The regression inputs go in first, so the merge only adds what they do not cover.
     find "$korpus" -maxdepth 1 -type f -name 'fund-*' -exec cp {} "$neu" \;
-    scripts/netns.sh "$build/bin/fuzz_$ziel" -merge=1 -rss_limit_mb=2048 -timeout=10 \
-      "$neu" "$korpus" "$build/korpus/$ziel" >"$build/merge_$ziel.log" 2>&1
+    fuzzer "$ziel" -merge=1 "$neu" "$korpus" "$build/korpus/$ziel" >"$build/merge_$ziel.log" 2>&1
     find "$korpus" -maxdepth 1 -type f ! -name 'fund-*' -delete
     find "$neu" -maxdepth 1 -type f ! -name 'fund-*' -exec cp {} "$korpus" \;
     rm -rf "$neu"
