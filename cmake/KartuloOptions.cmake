@@ -8,11 +8,22 @@ target_compile_definitions(kartulo_options INTERFACE
   QT_USE_QSTRINGBUILDER
   QT_DISABLE_DEPRECATED_BEFORE=0x050F00
   QT_NO_CAST_FROM_BYTEARRAY)
+# For fuzzing every target is built with the sanitizers and the fuzzer's coverage; the
+# fuzzer's own main goes only into the fuzz targets (tests/fuzz). Undefined behaviour ends
+# a run like a crash, else it would scroll past as a warning.
+if(KARTULO_FUZZ)
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "KARTULO_FUZZ needs clang: configure with CC=clang CXX=clang++")
+  endif()
+  target_compile_options(kartulo_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  target_link_options(kartulo_options INTERFACE -fsanitize=address,undefined)
+endif()
 
 # AddressSanitizer and UndefinedBehaviorSanitizer for every target, tests
 # included; the first report ends the program, so a test fails on it. Leaks
-# are checked, with the few allocations Qt's offscreen platform plugin keeps
-# to the end of the process excepted (tests/sanitizer/lsan.supp).
+# are checked, with two allocations Qt itself keeps to the end of the process
+# excepted (tests/sanitizer/lsan.supp).
 if(KARTULO_SANITIZE)
   set(_sanitizer -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(kartulo_options INTERFACE ${_sanitizer})

@@ -138,8 +138,16 @@ void TstDateien::xmlLesen_data()
                                   << QStringList{"Zeile 1: ", "\"tischnr\""};
     QTest::newRow("Geld kaputt") << QByteArray("<Kartulo platz2=\"1,5x\"/>")
                                  << QStringList{"Zeile 1: ", "\"platz2\""};
+    // Points that no int holds are refused like any other damaged number.
+    QTest::newRow("Punkte zu gross") << QByteArray("<Kartulo gewsp-verlsp=\"2.2e11\"/>")
+                                     << QStringList{"Zeile 1: ", "\"gewsp-verlsp\""};
+    QTest::newRow("Punkte nan") << QByteArray("<Kartulo verlspgegensp_3=\"nan\"/>")
+                                << QStringList{"Zeile 1: ", "\"verlspgegensp_3\""};
     QTest::newRow("Datum kaputt") << QByteArray("<Kartulo datum=\"2024-05-03\"/>")
                                   << QStringList{"Zeile 1: ", "TT-MM-JJJJ"};
+    QTest::newRow("Spiel ohne Nummer nach der hoechsten")
+        << QByteArray("<Kartulo><spiele><spiel nr=\"2147483647\"/><spiel/></spiele></Kartulo>")
+        << QStringList{"Zeile 1: ", "Nr. 2147483647"};
     QTest::newRow("Spieler doppelt")
         << QByteArray("<Kartulo>\n<spieler1/>\n<spieler1/>\n</Kartulo>")
         << QStringList{"Zeile 3: ", "erwartet wird <spieler2>"};
@@ -230,6 +238,10 @@ void TstDateien::jornalVorlage()
     QCOMPARE(gelesen.tischNr(), 5);
     QCOMPARE(gelesen.serie(), 2);
     QVERIFY(gelesen.eintraege() == jornalAbend(true) && !(jornalAbend(true) == jornalAbend(false)));
+    // The bytes without the file read the same.
+    SkatJornal ausBytes;
+    QVERIFY(ausBytes.lesen(golden, form));
+    QVERIFY(ausBytes.eintraege() == gelesen.eintraege() && ausBytes.serie() == 2);
 }
 
 // Status and both names are passed through; the rest comes from the stored row.

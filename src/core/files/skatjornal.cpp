@@ -241,6 +241,11 @@ void warnungSpeichern()
     qWarning("Kann Jornaldatei nicht speichern.");
 }
 
+void warnungLaden()
+{
+    qWarning("Kann Jornaldatei nicht laden.");
+}
+
 } // namespace
 
 JornalEintrag JornalEintrag::ausSpiel(const SpielEintrag &spiel, int status, const QString &spieler,
@@ -363,11 +368,19 @@ bool SkatJornal::save(Form form) const
 bool SkatJornal::load(Form form)
 {
     QFile datei(dateiPfad(m_basisPfad, form));
+    if (m_basisPfad.isEmpty() || !datei.open(QIODevice::ReadOnly)) {
+        warnungLaden();
+        return false;
+    }
+    return lesen(datei.readAll(), form);
+}
+
+bool SkatJornal::lesen(const QByteArray &bytes, Form form)
+{
     QJsonObject dokument;
     Inhalt inhalt;
-    if (m_basisPfad.isEmpty() || !datei.open(QIODevice::ReadOnly) ||
-        !ausBytes(datei.readAll(), form, &dokument) || !ausDokument(dokument, &inhalt)) {
-        qWarning("Kann Jornaldatei nicht laden.");
+    if (!ausBytes(bytes, form, &dokument) || !ausDokument(dokument, &inhalt)) {
+        warnungLaden();
         return false;
     }
     m_datum = inhalt.datum;

@@ -5,6 +5,7 @@
 // ("<base>.json") or as the same data in CBOR ("<base>.dat"), so that other
 // programs can follow the list without reading kartulo.db.
 
+#include <QByteArray>
 #include <QDate>
 #include <QJsonObject>
 #include <QObject>
@@ -82,6 +83,8 @@ public:
     // be read or is not a journal gives a warning and false, and the journal
     // in memory stays exactly as it was.
     bool load(Form form);
+    // The same from the bytes of such a file, read by the caller.
+    bool lesen(const QByteArray &bytes, Form form);
 
     static QString dateiPfad(const QString &basisPfad, Form form);
 

@@ -7,6 +7,8 @@
 #include <QXmlStreamWriter>
 
 #include <array>
+#include <climits>
+#include <cmath>
 #include <optional>
 
 namespace {
@@ -225,6 +227,9 @@ bool Leser::kopfLesen()
         bool ok = text.isEmpty();
         if (!ok)
             wert = QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&ok);
+        // Points go into an int; "1e300" or "nan" there is as damaged as "abc".
+        if (ok && k.punkte)
+            ok = std::trunc(wert) >= INT_MIN && std::trunc(wert) <= INT_MAX;
         if (!ok)
             return fehler(XmlProtokoll::tr("Das Attribut \"%1\" von <%2> ist keine Zahl: \"%3\"")
                               .arg(k.name, m_xml.name().toString(), text));
@@ -272,8 +277,15 @@ bool Leser::spielLesen()
 {
     const QXmlStreamAttributes attribute = m_xml.attributes();
     SpielEintrag spiel;
-    // A row without number follows the previous one, as rows are numbered without gaps.
-    const int naechsteZeile = m_daten.spiele.isEmpty() ? 1 : m_daten.spiele.last()[S::Zeile] + 1;
+    // A row without number follows the previous one, as rows are numbered without gaps; none
+    // can follow the highest number an int holds.
+    const int vorige = m_daten.spiele.isEmpty() ? 0 : m_daten.spiele.last()[S::Zeile];
+    const bool ohneNummer = attribute.value(QStringLiteral("nr")).isEmpty();
+    if (ohneNummer && vorige == INT_MAX)
+        return fehler(XmlProtokoll::tr("Auf Spiel Nr. %1 folgt ein Spiel ohne Nummer; eine "
+                                       "hoehere Nummer gibt es nicht.")
+                          .arg(vorige));
+    const int naechsteZeile = ohneNummer ? vorige + 1 : 0;
     for (const SpielAttribut &a : spielAttribute()) {
         if (a.flag) {
             spiel.setze(a.spalte, attribute.value(a.name).compare(QLatin1String("ja"),
