@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and prints the benchmark table; exits
+# non-zero when a case misses its target. Runs in a private network namespace
+# on the offscreen platform (the LAN cases start a second process).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+scripts/setup-debian.sh
+scripts/build.sh >/dev/null
+build=${KARTULO_BUILD_DIR:-build}
+exec scripts/netns.sh "$build/bin/bench_kartulo" -platform offscreen 2> >(grep -v \
+  -e "QHelpCollectionHandler" -e "propagateSizeHints" -e "XDG_RUNTIME_DIR" >&2)
