@@ -28,8 +28,9 @@ if(KARTULO_SANITIZE)
   set(_sanitizer -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(kartulo_options INTERFACE ${_sanitizer})
   target_link_options(kartulo_options INTERFACE ${_sanitizer})
+  set(KARTULO_ASAN_OPTIONEN "detect_leaks=1:abort_on_error=1:detect_stack_use_after_return=1")
   set(KARTULO_TEST_UMGEBUNG
-    "ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:detect_stack_use_after_return=1"
+    "ASAN_OPTIONS=${KARTULO_ASAN_OPTIONEN}"
     "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizer/lsan.supp:print_suppressions=0"
     "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1")
 endif()
