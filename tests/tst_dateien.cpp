@@ -119,7 +119,6 @@ void TstDateien::xmlLesen_data()
     QTest::addColumn<QStringList>("imText");
 
     // A damaged or foreign file is refused with the line of the problem.
-    QTest::newRow("leere Datei") << QByteArray() << QStringList{"Zeile 1: ", "leer"};
     QTest::newRow("Tag nicht geschlossen")
         << QByteArray("<Kartulo>\n<spiele>\n<spiel nr=\"1\">\n</spiele>\n</Kartulo>\n")
         << QStringList{"Zeile 4: ", "Opening and ending tag mismatch"};
@@ -244,7 +243,6 @@ void TstDateien::jornalVorlage()
     QVERIFY(ausBytes.eintraege() == gelesen.eintraege() && ausBytes.serie() == 2);
 }
 
-// Status and both names are passed through; the rest comes from the stored row.
 // Status and both names are passed through; the rest comes from the stored row.
 void TstDateien::jornalAusSpiel()
 {
