@@ -176,8 +176,7 @@ void TstAbrechnung::bierlachsRunden_data()
                        "3-5 laeuft Rest 100 76 136 100 Bierlachs -1"};
     QTest::newRow("4 Spieler, Sitz 4 beendet")
         << Liste{spiel(1, 0, 0, 30, 0), spiel(2, 0, 0, 0, 100)} << 4 << 100
-        << QStringList{"1-2 beendet Rest 100 100 70 0 "
-                       "Bierlachs 0"};
+        << QStringList{"1-2 beendet Rest 100 100 70 0 Bierlachs 0"};
     // Seat 4 is empty at a table of three, though it would have the most left.
     QTest::newRow("3 Spieler, Sitz 4 zaehlt nicht")
         << Liste{spiel(1, 0, 60, 0, 100), spiel(2, 0, 0, 30), spiel(3, 110, 0, 0)} << 3 << 110
