@@ -89,6 +89,15 @@ void sperren(const char *ereignis)
                      .arg(QLatin1String(ereignis))}));
 }
 
+// The list on the test's data folder, opened.
+struct Offen : ListenDienst
+{
+    explicit Offen(const Einstellungen &e) : ListenDienst(TestUmgebung::datenVerzeichnis(), e)
+    {
+        oeffnen();
+    }
+};
+
 } // namespace
 
 class TstListenDienst : public QObject
@@ -208,8 +217,7 @@ void TstListenDienst::eintragen()
 {
     QVERIFY(anlegen(4, 48));
     QVERIFY(sql({"DELETE FROM Settings", "DELETE FROM Teilnehmer WHERE Name = 'Dora'"}));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     QVERIFY(dienst.listenTypSetzen(4).ok());
     QVERIFY(dienst.serieStarten().ok());
     // The name typed for the new fourth seat is stored with the first game.
@@ -250,8 +258,7 @@ void TstListenDienst::listenEnde()
     QFETCH(int, modus);
     QFETCH(int, anzahl);
     QVERIFY(anlegen(3, 2, modus));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     QVERIFY(dienst.spielEintragen(spiel(0, 24)).art == EintragErgebnis::Eingetragen);
     // A Bierlachs list without points plays down from 500.
     QCOMPARE(dienst.kopf().blPunkte, modus == Spielmodus::Bierlachs ? 500 : 0);
@@ -284,8 +291,7 @@ void TstListenDienst::aendernUndEntfernen()
 {
     QFETCH(int, zeile);
     QVERIFY(anlegen(3, 36));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     dienst.serieStarten();
     for (int wert = 1; wert <= 5; ++wert)
         dienst.spielEintragen(spiel(wert % 3, 10 * wert));
@@ -321,24 +327,17 @@ void TstListenDienst::schreibfehler_data()
 {
     QTest::addColumn<QString>("ereignis");
     QTest::addColumn<QString>("aenderung");
-    QTest::newRow("erstes Spiel") << "INSERT ON SpielListe"
-                                  << "eintragen";
-    QTest::newRow("Kopf beim ersten Spiel") << "INSERT ON Settings"
-                                            << "eintragen";
-    QTest::newRow("Korrektur") << "UPDATE ON SpielListe"
-                               << "aendern";
-    QTest::newRow("Nummern nach dem Loeschen") << "UPDATE ON SpielListe"
-                                               << "entfernen";
-    QTest::newRow("neues Protokoll, Teilnehmer") << "INSERT ON Teilnehmer"
-                                                 << "neu";
-    QTest::newRow("Datei laden, Spiel") << "INSERT ON SpielListe WHEN NEW.Zeile = 2"
-                                        << "ersetzen";
-    QTest::newRow("Sitze") << "INSERT ON Teilnehmer"
-                           << "sitze";
-    QTest::newRow("Listentyp") << "DELETE ON Teilnehmer"
-                               << "listenTyp";
-    QTest::newRow("Register") << "INSERT ON Spieler"
-                              << "register";
+    for (auto [name, ereignis, aenderung] :
+         {std::tuple{"erstes Spiel", "INSERT ON SpielListe", "eintragen"},
+          {"Kopf beim ersten Spiel", "INSERT ON Settings", "eintragen"},
+          {"Korrektur", "UPDATE ON SpielListe", "aendern"},
+          {"Nummern nach dem Loeschen", "UPDATE ON SpielListe", "entfernen"},
+          {"neues Protokoll, Teilnehmer", "INSERT ON Teilnehmer", "neu"},
+          {"Datei laden, Spiel", "INSERT ON SpielListe WHEN NEW.Zeile = 2", "ersetzen"},
+          {"Sitze", "INSERT ON Teilnehmer", "sitze"},
+          {"Listentyp", "DELETE ON Teilnehmer", "listenTyp"},
+          {"Register", "INSERT ON Spieler", "register"}})
+        QTest::newRow(name) << QString(ereignis) << QString(aenderung);
 }
 
 // A change that cannot be stored answers with the database's reason and changes nothing:
@@ -348,8 +347,7 @@ void TstListenDienst::schreibfehler()
     QFETCH(QString, ereignis);
     QFETCH(QString, aenderung);
     QVERIFY(anlegen(3, 36));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     if (aenderung != QLatin1String("eintragen"))
         dienst.spielEintragen(spiel(1, 24));
     sperren(qPrintable(ereignis));
@@ -414,8 +412,7 @@ void TstListenDienst::gesperrt()
     QFETCH(int, art);
     QFETCH(bool, start);
     QVERIFY(anlegen(3, 36));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     dienst.teilnehmerModell()->setData(dienst.teilnehmerModell()->index(0, 1), "Anja");
     const auto versuchen = [&] {
         return start ? dienst.serieStarten().fehler : dienst.spielEintragen(spiel(1, 24)).fehler;
@@ -459,8 +456,7 @@ void TstListenDienst::neuesProtokoll()
     QVERIFY(anlegen(4, 48, Spielmodus::Bierlachs));
     QVERIFY(
         sql({"UPDATE Settings SET BlPunkte = 300", "INSERT INTO Spieler VALUES (1, 'Eva', 0, 0)"}));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     dienst.spielEintragen(spiel(1, 24));
     Meldungen meldungen(dienst);
     // Known players keep number and flags; a new one gets the first free number.
@@ -489,8 +485,7 @@ void TstListenDienst::neuesProtokoll()
 void TstListenDienst::protokollErsetzen()
 {
     QVERIFY(anlegen(4, 48));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     ListenKopf kopf;
     kopf.blPunkte = 400;
     kopf.gruppe = QStringLiteral("Herbst's");
@@ -526,8 +521,7 @@ void TstListenDienst::archiv()
     QFETCH(QString, aenderung);
     QFETCH(bool, blockiert);
     QVERIFY(anlegen(3, 36, Spielmodus::Ergebnis, 7));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     const QVector<SpielEintrag> abend = TestProtokoll::abend(4, 3);
     for (const SpielEintrag &e : abend)
         dienst.spielEintragen(e);
@@ -591,8 +585,7 @@ void TstListenDienst::nummern()
     for (int i = spiele.size() - 1; i >= 0; --i)
         statements << TestProtokoll::abend(3, 3).at(i).insertStatement();
     QVERIFY(sql(statements));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     QCOMPARE(dienst.spiele(), TestProtokoll::abend(3, 3));
     QCOMPARE(dienst.spielEintragen(spiel(0, 24)).zeile, 4);
 
@@ -608,8 +601,7 @@ void TstListenDienst::nummern()
 void TstListenDienst::sitze()
 {
     QVERIFY(anlegen(4, 48));
-    ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
-    dienst.oeffnen();
+    Offen dienst(m_einstellungen);
     QVERIFY(dienst.sitzeTauschen(2, 3).ok() && dienst.listenTypSetzen(3).ok());
     QCOMPARE(spalte("Teilnehmer", "MgldNr"), QList<int>({100, 101, 103}));
     QCOMPARE(dienst.kopf().anzahlSpiele, 36);
