@@ -132,8 +132,12 @@ double Kostenrechnung::geldWert(const QString &text)
 
 QString Kostenrechnung::geldText(double betrag)
 {
-    const QString eineStelle = QString::number(betrag, 'f', 1);
-    return eineStelle.toDouble() == betrag ? eineStelle : QString::number(betrag, 'g', 12);
+    // Twelve digits first, then one decimal when that is the same amount, so a
+    // file read and written again keeps its text.
+    const QString zwoelf = QString::number(betrag, 'g', 12);
+    const double wert = zwoelf.toDouble();
+    const QString eineStelle = QString::number(wert, 'f', 1);
+    return eineStelle.toDouble() == wert ? eineStelle : zwoelf;
 }
 
 QStringList Kostenrechnung::beschreibungen(const KostenWerte &kosten, int spieler,
