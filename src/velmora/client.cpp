@@ -9,6 +9,7 @@ Client::Client(const QString &programName, QObject *parent)
     connect(m_netz, &Velmora::Netz::beigetreten, this, &Client::newParticipant);
     connect(m_netz, &Velmora::Netz::nachricht, this, &Client::newMessage);
     connect(m_netz, &Velmora::Netz::gegangen, this, &Client::participantLeft);
+    connect(m_netz, &Velmora::Netz::eigeneAdresseGeaendert, this, &Client::ownAddressChanged);
 }
 
 QString Client::participantId() const
@@ -19,6 +20,16 @@ QString Client::participantId() const
 QStringList Client::participants() const
 {
     return m_netz->teilnehmer();
+}
+
+QString Client::ownAddress() const
+{
+    return m_netz->eigeneAdresse();
+}
+
+QString Client::localAddress(const QString &participantId) const
+{
+    return m_netz->lokaleAdresse(participantId);
 }
 
 void Client::sendMessage(const QString &message)

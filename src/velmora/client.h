@@ -24,11 +24,21 @@ public:
     explicit Client(const QString &programName, QObject *parent = nullptr);
 
     QString programName() const { return m_programName; }
-    // This participant's id as others on the LAN most likely see it; the
-    // address in it depends on the interface a peer reaches it by.
+    // This participant's id as others on the LAN most likely see it: the
+    // program name, ownAddress() and the listening port.
     QString participantId() const;
     // Ids of the participants connected right now.
     QStringList participants() const;
+
+    // The IPv4 address this participant goes by until a connection says
+    // otherwise: the first address of the first interface that is up,
+    // running, can broadcast and is not loopback, the interface the beacons
+    // go out on; 127.0.0.1 without one. Read again every beacon round;
+    // ownAddressChanged() tells when it moved.
+    QString ownAddress() const;
+    // The local end of the established connection to that participant, the
+    // address it sees this one at; empty when there is no such connection.
+    QString localAddress(const QString &participantId) const;
 
     // Delivers the text to every other participant; up to 8 MiB of UTF-8.
     void sendMessage(const QString &message);
@@ -37,6 +47,7 @@ signals:
     void newParticipant(const QString &participantId);
     void newMessage(const QString &participantId, const QString &message);
     void participantLeft(const QString &participantId);
+    void ownAddressChanged(const QString &address);
 
 private:
     QString m_programName;

@@ -7,6 +7,8 @@
 #include <QRandomGenerator>
 #include <QTcpSocket>
 
+#include <algorithm>
+
 namespace Velmora {
 
 namespace {
@@ -50,29 +52,50 @@ Netz::Netz(const QString &programm, const Einstellungen &einstellungen, QObject 
             verbinden(adresse, kennung.port, kennung.instanz);
     });
     connect(suche, &Suche::getaktet, this, &Netz::nachbarnAnrufen);
+    // A table switched on before the WLAN takes its address when it comes.
+    connect(suche, &Suche::getaktet, this, &Netz::adresseLesen);
+    adresseLesen();
 }
 
 QString Netz::eigeneId() const
 {
+    return m_eigene.programm % QLatin1Char('@') % m_eigeneAdresse % QLatin1Char(':') %
+           QString::number(m_eigene.port);
+}
+
+void Netz::adresseLesen()
+{
     QHostAddress adresse(QHostAddress::LocalHost);
     const auto netze = QNetworkInterface::allInterfaces();
     for (const QNetworkInterface &netz : netze) {
+        // A bridge without a cable or guest (Docker's, say) is up but not running.
         const auto art = netz.flags();
-        if (!art.testFlag(QNetworkInterface::IsUp) ||
+        if (!art.testFlag(QNetworkInterface::IsUp) || !art.testFlag(QNetworkInterface::IsRunning) ||
             !art.testFlag(QNetworkInterface::CanBroadcast) ||
             art.testFlag(QNetworkInterface::IsLoopBack))
             continue;
-        for (const QNetworkAddressEntry &eintrag : netz.addressEntries()) {
-            if (eintrag.ip().protocol() == QAbstractSocket::IPv4Protocol) {
-                adresse = eintrag.ip();
-                break;
-            }
-        }
-        if (adresse != QHostAddress(QHostAddress::LocalHost))
+        const auto eintraege = netz.addressEntries();
+        const auto ipv4 = std::find_if(eintraege.cbegin(), eintraege.cend(), [](const auto &e) {
+            return e.ip().protocol() == QAbstractSocket::IPv4Protocol;
+        });
+        if (ipv4 != eintraege.cend()) {
+            adresse = ipv4->ip();
             break;
+        }
     }
-    return m_eigene.programm % QLatin1Char('@') % adresse.toString() % QLatin1Char(':') %
-           QString::number(m_eigene.port);
+    const QString text = adresse.toString();
+    if (text == m_eigeneAdresse)
+        return;
+    m_eigeneAdresse = text;
+    emit eigeneAdresseGeaendert(text);
+}
+
+QString Netz::lokaleAdresse(const QString &id) const
+{
+    for (const Verbindung *verbindung : m_stehend)
+        if (verbindung->teilnehmerId() == id)
+            return QHostAddress(verbindung->lokaleAdresse()).toString();
+    return QString();
 }
 
 QStringList Netz::teilnehmer() const
@@ -182,6 +205,8 @@ void Netz::aufnehmen(Verbindung *verbindung)
 {
     verbindung->aufnehmen(m_eigene);
     m_stehend.insert(verbindung->gegenueber().instanz, verbindung);
+    // A link over an interface that came up since the last round.
+    adresseLesen();
     nachbarnVerteilen();
     emit beigetreten(verbindung->teilnehmerId());
 }

@@ -34,12 +34,15 @@ public:
 
     QString eigeneId() const;
     QStringList teilnehmer() const;
+    QString eigeneAdresse() const { return m_eigeneAdresse; }
+    QString lokaleAdresse(const QString &id) const;
     void senden(const QString &text);
 
 signals:
     void beigetreten(const QString &id);
     void nachricht(const QString &id, const QString &text);
     void gegangen(const QString &id);
+    void eigeneAdresseGeaendert(const QString &adresse);
 
 private:
     void annehmen();
@@ -51,9 +54,11 @@ private:
     void beendet(Verbindung *verbindung);
     void nachbarnVerteilen();
     void nachbarnAnrufen();
+    void adresseLesen();
 
     Einstellungen m_einstellungen;
     Kennung m_eigene;
+    QString m_eigeneAdresse;
     QTcpServer m_server;
     QHash<quint64, Verbindung *> m_stehend;
     QHash<quint64, Verbindung *> m_ausgehend;

@@ -61,6 +61,13 @@ bool Verbindung::tcpSteht() const
     return m_socket->state() == QAbstractSocket::ConnectedState;
 }
 
+quint32 Verbindung::lokaleAdresse() const
+{
+    bool ipv4 = false;
+    const quint32 adresse = m_socket->localAddress().toIPv4Address(&ipv4);
+    return ipv4 ? adresse : 0;
+}
+
 QString Verbindung::teilnehmerId() const
 {
     return m_gegenueber.programm % QLatin1Char('@') % QHostAddress(m_adresse).toString() %

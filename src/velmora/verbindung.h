@@ -38,6 +38,8 @@ public:
     bool steht() const { return m_steht; }
     const Kennung &gegenueber() const { return m_gegenueber; }
     quint32 adresse() const { return m_adresse; }
+    // This end's address on the link, IPv4; 0 before it stands.
+    quint32 lokaleAdresse() const;
     QString teilnehmerId() const;
     const QVector<Nachbar> &nachbarn() const { return m_nachbarn; }
 
