@@ -43,11 +43,22 @@ public:
     // Delivers the text to every other participant; up to 8 MiB of UTF-8.
     void sendMessage(const QString &message);
 
+    // The event key. When it is not empty, every message sent carries a tag
+    // made with it, and a message that arrives without a valid tag, or with a
+    // counter its sender already used, is dropped and counted
+    // (docs/lan-protocol.md, "Event key"). Empty, the default: nothing is
+    // tagged and a tag that arrives is not checked.
+    void setKey(const QByteArray &key);
+    // Messages dropped for want of a valid tag since the client was made.
+    int rejectedMessages() const;
+
 signals:
     void newParticipant(const QString &participantId);
     void newMessage(const QString &participantId, const QString &message);
     void participantLeft(const QString &participantId);
     void ownAddressChanged(const QString &address);
+    // A message from that participant was dropped for want of a valid tag.
+    void messageRejected(const QString &participantId);
 
 private:
     QString m_programName;
