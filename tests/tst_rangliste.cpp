@@ -4,6 +4,7 @@
 #include "core/ranking/rangliste.h"
 
 #include <QDate>
+#include <QRandomGenerator>
 #include <QtTest>
 
 namespace {
@@ -38,24 +39,42 @@ private slots:
     void dateien();
 };
 
-// A name in one row is updated, anything else appended; tables sort as text.
+// A name in the ranking is updated, a new one added; the rows stay as a
+// stable sort by table text orders them after each result, which a plain
+// list sorted anew after every result shows, over an evening of players
+// changing tables.
 void TstRangliste::aufnehmen()
 {
-    QVector<RanglistenZeile> zeilen;
-    Rangliste::aufnehmen(
-        zeilen, {"Anna|2|1|50|2|1|3.5|-|1", "Bernd|10|1|20|1|0|1|-|2", "Clara|1|1|0|0|0|0|-"});
-    QCOMPARE(namen(zeilen), QStringList({"Clara", "Bernd", "Anna"}));
-    QCOMPARE(zeilen.at(2).platz, QStringLiteral("-"));
-    zeilen[2].platz = "1 - 1";
-    Rangliste::aufnehmen(zeilen, {"Anna|2|2|80|3|1|4|-|1"});
-    QCOMPARE(zeilen.size(), 3);
-    QCOMPARE(zeilen.at(2), (RanglistenZeile{"Anna", "2", "2", "80", "3", "1", "4", "1 - 1"}));
-    // Twice the same name: no row is updated any more, each result is added.
-    zeilen.append(zeilen.at(2));
-    Rangliste::aufnehmen(zeilen, {"Anna|3|1|9|0|0|0|-"});
-    QCOMPARE(namen(zeilen), QStringList({"Clara", "Bernd", "Anna", "Anna", "Anna"}));
-    QCOMPARE(zeilen.at(4).punkte, QStringLiteral("9"));
-    QCOMPARE(zeilen.at(2).punkte, QStringLiteral("80"));
+    RanglistenStand stand;
+    for (const char *e :
+         {"Anna|2|1|50|2|1|3.5|-|1", "Bernd|10|1|20|1|0|1|-|2", "Clara|1|1|0|0|0|0|-"})
+        stand.aufnehmen(e);
+    QCOMPARE(namen(stand.zeilen()), QStringList({"Clara", "Bernd", "Anna"}));
+    const RanglistenStand::Schritt schritt = stand.aufnehmen("Anna|2|2|80|3|1|4|-|1");
+    QCOMPARE(QPair(schritt.von, schritt.nach), QPair(2, 2));
+    QCOMPARE(stand.zeilen().at(2), (RanglistenZeile{"Anna", "2", "2", "80", "3", "1", "4", "-"}));
+
+    QVector<RanglistenZeile> vergleich = stand.zeilen();
+    QRandomGenerator zufall(7);
+    for (int i = 0; i < 400; ++i) {
+        const QString name = QStringLiteral("S%1").arg(zufall.bounded(12));
+        const QString tisch = QString::number(zufall.bounded(1, 13));
+        const QString ergebnis = QStringLiteral("%1|%2|1|%3|0|0|0|-").arg(name, tisch).arg(i);
+        const auto gleich = [&](const RanglistenZeile &z) { return z.name == name; };
+        const auto alt = std::find_if(vergleich.begin(), vergleich.end(), gleich);
+        if (alt == vergleich.end())
+            vergleich.append({name, tisch, "1", QString::number(i), "0", "0", "0", "-"});
+        else
+            *alt = {name, tisch, "1", QString::number(i), "0", "0", "0", "-"};
+        std::stable_sort(vergleich.begin(), vergleich.end(),
+                         [](const auto &a, const auto &b) { return a.tisch < b.tisch; });
+        const RanglistenStand::Schritt s = stand.aufnehmen(ergebnis);
+        QCOMPARE(stand.zeilen(), vergleich);
+        QCOMPARE(stand.zeilen().at(s.nach).name, name);
+    }
+    stand.leeren();
+    QVERIFY(stand.zeilen().isEmpty());
+    QCOMPARE(stand.aufnehmen("Anna|1|1|0|0|0|0|-").von, -1);
 }
 
 void TstRangliste::tischplan_data()
@@ -85,19 +104,18 @@ void TstRangliste::tischplan()
 // goes to the second table of three.
 void TstRangliste::reihenfolge()
 {
-    QVector<RanglistenZeile> zeilen;
-    Rangliste::aufnehmen(zeilen, {"A|1|1|10|0|0|0|-", "B|1|1|30|0|0|0|-", "C|1|1|30|0|0|0|-",
-                                  "D|2|1|x|0|0|0|-", "E|2|1|-5|0|0|0|-"});
-    Rangliste::tischreihenfolgeAuswerten(zeilen);
-    QCOMPARE(plaetze(zeilen), QStringList({"1 - 3", "1 - 1", "1 - 2", "2 - 1", "2 - 2"}));
+    RanglistenStand stand;
+    for (const char *e : {"A|1|1|10|0|0|0|-", "B|1|1|30|0|0|0|-", "C|1|1|30|0|0|0|-",
+                          "D|2|1|x|0|0|0|-", "E|2|1|-5|0|0|0|-"})
+        stand.aufnehmen(e);
+    stand.tischreihenfolgeAuswerten();
+    QCOMPARE(plaetze(stand.zeilen()), QStringList({"1 - 3", "1 - 1", "1 - 2", "2 - 1", "2 - 2"}));
     // Seven: a table of four, then one of three.
-    zeilen.clear();
-    QStringList sieben;
+    stand.leeren();
     for (int i = 0; i < 7; ++i)
-        sieben << QStringLiteral("S%1|1|1|%2|0|0|0|-").arg(i).arg(i);
-    Rangliste::aufnehmen(zeilen, sieben);
-    Rangliste::tischreihenfolgeAuswerten(zeilen);
-    QCOMPARE(plaetze(zeilen),
+        stand.aufnehmen(QStringLiteral("S%1|1|1|%2|0|0|0|-").arg(i).arg(i));
+    stand.tischreihenfolgeAuswerten();
+    QCOMPARE(plaetze(stand.zeilen()),
              QStringList({"2 - 3", "2 - 2", "2 - 1", "1 - 4", "1 - 3", "1 - 2", "1 - 1"}));
 }
 

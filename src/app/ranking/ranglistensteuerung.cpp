@@ -57,50 +57,61 @@ RanglistenSteuerung::~RanglistenSteuerung()
     delete m_leinwand;
 }
 
-QVector<RanglistenZeile> RanglistenSteuerung::zeilen() const
+QList<QStandardItem *> RanglistenSteuerung::reihe(const RanglistenZeile &z)
 {
-    QVector<RanglistenZeile> liste;
-    for (int zeile = 0; zeile < m_modell->rowCount(); ++zeile) {
-        const auto text = [this, zeile](int spalte) {
-            return m_modell->index(zeile, spalte).data().toString();
-        };
-        liste.append({text(0), text(1), text(2), text(3), text(4), text(5), text(6), text(7)});
+    QList<QStandardItem *> reihe;
+    for (int spalte = 0; spalte < 7; ++spalte) {
+        auto *item = new QStandardItem;
+        if (spalte > 0)
+            item->setTextAlignment(Qt::AlignRight);
+        reihe << item;
     }
-    return liste;
+    auto *platz = new QStandardItem(z.platz);
+    platz->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+    reihe << platz;
+    reiheFuellen(reihe, z);
+    return reihe;
 }
 
-void RanglistenSteuerung::zeigen(const QVector<RanglistenZeile> &zeilen)
+void RanglistenSteuerung::reiheFuellen(const QList<QStandardItem *> &reihe,
+                                       const RanglistenZeile &z)
 {
-    // Rows are replaced as a whole; with the few dozen players of an evening
-    // that is cheaper than keeping two orders in step.
-    m_modell->removeRows(0, m_modell->rowCount());
-    for (const RanglistenZeile &z : zeilen) {
-        const QBrush farbe(z.tisch.toInt() % 2 == 1 ? Qt::cyan : Qt::lightGray, Qt::SolidPattern);
-        QList<QStandardItem *> reihe;
-        for (const QString &text :
-             {z.name, z.tisch, z.serie, z.punkte, z.gewonnen, z.verloren, z.kosten}) {
-            auto *item = new QStandardItem(text);
-            item->setData(farbe, Qt::BackgroundRole);
-            if (!reihe.isEmpty())
-                item->setTextAlignment(Qt::AlignRight);
-            reihe << item;
-        }
-        auto *platz = new QStandardItem(z.platz);
-        platz->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
-        reihe << platz;
-        m_modell->appendRow(reihe);
+    const QString texte[] = {z.name, z.tisch, z.serie, z.punkte, z.gewonnen, z.verloren, z.kosten};
+    const QBrush farbe(z.tisch.toInt() % 2 == 1 ? Qt::cyan : Qt::lightGray, Qt::SolidPattern);
+    for (int spalte = 0; spalte < 7; ++spalte) {
+        QStandardItem *item = reihe.at(spalte);
+        // Only what changed, so a result repeated unchanged costs the view nothing.
+        if (item->text() != texte[spalte])
+            item->setText(texte[spalte]);
+        if (item->background() != farbe)
+            item->setBackground(farbe);
     }
 }
 
 void RanglistenSteuerung::aufnehmen(const QStringList &ergebnisse)
 {
-    QVector<RanglistenZeile> liste = zeilen();
-    Rangliste::aufnehmen(liste, ergebnisse);
-    zeigen(liste);
+    for (const QString &ergebnis : ergebnisse) {
+        const RanglistenStand::Schritt schritt = m_stand.aufnehmen(ergebnis);
+        const RanglistenZeile &z = m_stand.zeilen().at(schritt.nach);
+        if (schritt.von < 0) {
+            m_modell->insertRow(schritt.nach, reihe(z));
+            continue;
+        }
+        QList<QStandardItem *> items;
+        if (schritt.von == schritt.nach) {
+            for (int spalte = 0; spalte < 7; ++spalte)
+                items << m_modell->item(schritt.von, spalte);
+        } else {
+            items = m_modell->takeRow(schritt.von);
+            m_modell->insertRow(schritt.nach, items);
+        }
+        reiheFuellen(items, z);
+    }
 }
 
 void RanglistenSteuerung::leeren()
 {
+    m_stand.leeren();
     m_modell->clear();
     m_modell->setColumnCount(8);
     m_modell->setHorizontalHeaderLabels(Kopf);
@@ -120,16 +131,16 @@ void RanglistenSteuerung::onSpielStandsAnzeigeAufNullSetzen()
 
 void RanglistenSteuerung::onTischreihenfolgeAuswerten()
 {
-    QVector<RanglistenZeile> liste = zeilen();
-    Rangliste::tischreihenfolgeAuswerten(liste);
-    zeigen(liste);
+    m_stand.tischreihenfolgeAuswerten();
+    for (int zeile = 0; zeile < m_stand.zeilen().size(); ++zeile)
+        m_modell->item(zeile, 7)->setText(m_stand.zeilen().at(zeile).platz);
 }
 
 void RanglistenSteuerung::onSaveRangliste()
 {
     // In the order the list is shown, so the scorer's sort decides the file's.
     QVector<RanglistenZeile> gezeigt;
-    const QVector<RanglistenZeile> alle = zeilen();
+    const QVector<RanglistenZeile> &alle = m_stand.zeilen();
     for (int zeile = 0; zeile < m_proxy->rowCount(); ++zeile)
         gezeigt << alle.at(m_proxy->mapToSource(m_proxy->index(zeile, 0)).row());
     const QDate datum = m_ui.deDatum->date();

@@ -13,6 +13,7 @@ class LeinwandAnsicht;
 class ListenDienst;
 class QMainWindow;
 class QSortFilterProxyModel;
+class QStandardItem;
 class QStandardItemModel;
 class TreeView;
 
@@ -47,13 +48,14 @@ signals:
     void ergebnisseSenden(const QStringList &ergebnisse);
 
 private:
-    QVector<RanglistenZeile> zeilen() const;
-    void zeigen(const QVector<RanglistenZeile> &zeilen);
+    static QList<QStandardItem *> reihe(const RanglistenZeile &zeile);
+    static void reiheFuellen(const QList<QStandardItem *> &reihe, const RanglistenZeile &zeile);
     void speichern(const QString &frage, const QString &name, const QString &inhalt);
 
     QMainWindow *m_fenster;
     Ui::MainWindow &m_ui;
     ListenDienst &m_dienst;
+    RanglistenStand m_stand;
     QStandardItemModel *m_modell;
     QSortFilterProxyModel *m_proxy;
     TreeView *m_ansicht;

@@ -6,32 +6,66 @@
 #include <algorithm>
 #include <numeric>
 
-namespace Rangliste {
-
-void aufnehmen(QVector<RanglistenZeile> &zeilen, const QStringList &ergebnisse)
+RanglistenStand::Schritt RanglistenStand::aufnehmen(const QString &ergebnis)
 {
-    for (const QString &ergebnis : ergebnisse) {
-        const QStringList f = ergebnis.split(QLatin1Char('|'));
-        const QString name = f.value(0);
-        const auto gleich = [&name](const RanglistenZeile &z) { return z.name == name; };
-        if (std::count_if(zeilen.cbegin(), zeilen.cend(), gleich) == 1) {
-            RanglistenZeile &z = *std::find_if(zeilen.begin(), zeilen.end(), gleich);
-            z.tisch = f.value(1);
-            z.serie = f.value(2);
-            z.punkte = f.value(3);
-            z.gewonnen = f.value(4);
-            z.verloren = f.value(5);
-            z.kosten = f.value(6);
-            continue;
-        }
-        // A name that stands twice is never updated again: each result adds a row.
-        zeilen.append({name, f.value(1), f.value(2), f.value(3), f.value(4), f.value(5), f.value(6),
-                       f.value(7)});
+    const QStringList f = ergebnis.split(QLatin1Char('|'));
+    const QString &tisch = f.value(1);
+    const auto vorTisch = [](const RanglistenZeile &z, const QString &t) { return z.tisch < t; };
+    const auto nachTisch = [](const QString &t, const RanglistenZeile &z) { return t < z.tisch; };
+    const auto bekannt = m_zeileVon.constFind(f.value(0));
+    if (bekannt == m_zeileVon.cend()) {
+        // After every row of its table, as a stable sort would put an appended row.
+        const int nach =
+            int(std::upper_bound(m_zeilen.cbegin(), m_zeilen.cend(), tisch, nachTisch) -
+                m_zeilen.cbegin());
+        m_zeilen.insert(nach, {f.value(0), tisch, f.value(2), f.value(3), f.value(4), f.value(5),
+                               f.value(6), f.value(7)});
+        zeilenZaehlen(nach, m_zeilen.size());
+        return {-1, nach};
     }
-    std::stable_sort(
-        zeilen.begin(), zeilen.end(),
-        [](const RanglistenZeile &a, const RanglistenZeile &b) { return a.tisch < b.tisch; });
+    const int von = bekannt.value();
+    RanglistenZeile &z = m_zeilen[von];
+    const QString alterTisch = z.tisch;
+    z.tisch = tisch;
+    z.serie = f.value(2);
+    z.punkte = f.value(3);
+    z.gewonnen = f.value(4);
+    z.verloren = f.value(5);
+    z.kosten = f.value(6);
+    if (tisch == alterTisch)
+        return {von, von};
+    // A stable sort keeps the row before the rows of its new table when it
+    // comes from a lower one, after them when it comes from a higher one.
+    const RanglistenZeile zeile = z;
+    m_zeilen.remove(von);
+    const auto anfang = m_zeilen.cbegin();
+    const int nach =
+        int((alterTisch < tisch ? std::lower_bound(anfang, m_zeilen.cend(), tisch, vorTisch)
+                                : std::upper_bound(anfang, m_zeilen.cend(), tisch, nachTisch)) -
+            anfang);
+    m_zeilen.insert(nach, zeile);
+    zeilenZaehlen(std::min(von, nach), std::max(von, nach) + 1);
+    return {von, nach};
 }
+
+void RanglistenStand::zeilenZaehlen(int von, int bis)
+{
+    for (int i = von; i < bis; ++i)
+        m_zeileVon.insert(m_zeilen.at(i).name, i);
+}
+
+void RanglistenStand::leeren()
+{
+    m_zeilen.clear();
+    m_zeileVon.clear();
+}
+
+void RanglistenStand::tischreihenfolgeAuswerten()
+{
+    Rangliste::tischreihenfolgeAuswerten(m_zeilen);
+}
+
+namespace Rangliste {
 
 QVector<int> tischplan(int spieler)
 {

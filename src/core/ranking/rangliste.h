@@ -5,6 +5,7 @@
 // the two files the organiser prints or imports into a spreadsheet.
 
 #include <QDate>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -28,13 +29,37 @@ struct RanglistenZeile
     }
 };
 
-namespace Rangliste {
+// The ranking as results come in, "name|table|series|points|won|lost|costs|-|place"
+// each: a name already in the ranking updates its row's table to costs, a new
+// one is added. Rows stay ordered by table number as text (so table 10 comes
+// before table 2), rows of one table in the order they came. A row is found by
+// its name at once, so each result costs only its own row, however many
+// tables report.
+class RanglistenStand
+{
+public:
+    // Where a result went: the row it updated, moved from von when its table
+    // changed, or (von -1) the row it was added as.
+    struct Schritt
+    {
+        int von = -1;
+        int nach = 0;
+    };
 
-// Takes results "name|table|series|points|won|lost|costs|-|place": a name that
-// stands in exactly one row updates that row's table to costs, any other
-// appends a row. Then the rows are ordered by table number as text (so table
-// 10 comes before table 2), rows of one table keeping their order.
-void aufnehmen(QVector<RanglistenZeile> &zeilen, const QStringList &ergebnisse);
+    Schritt aufnehmen(const QString &ergebnis);
+    const QVector<RanglistenZeile> &zeilen() const { return m_zeilen; }
+    void leeren();
+    // Proposes the seating of the next series (Rangliste::tischreihenfolgeAuswerten).
+    void tischreihenfolgeAuswerten();
+
+private:
+    void zeilenZaehlen(int von, int bis);
+
+    QVector<RanglistenZeile> m_zeilen;
+    QHash<QString, int> m_zeileVon;
+};
+
+namespace Rangliste {
 
 // Seats per table for n players, tables 1, 2, ... in order: as many tables
 // of four as the rest after taking tables of three allows, the tables of
