@@ -1,6 +1,7 @@
 // Several clients in one process on loopback, and a hand-made peer for what
 // a real client never sends: discovery, one link per pair, order and size of
-// messages, bad input, presence, and the mesh built from peer lists alone.
+// messages, bad input, presence, the mesh built from peer lists alone, and
+// the event key.
 
 #include "helpers/velmorahilfe.h"
 #include "velmora/protokoll.h"
@@ -25,9 +26,12 @@ constexpr int stilleMs = 1500;
 class Attrappe
 {
 public:
-    explicit Attrappe(quint16 port, bool pongen = false) : m_pongen(pongen)
+    explicit Attrappe(quint16 port, bool pongen = false, const QHostAddress &von = {})
+        : m_pongen(pongen)
     {
         QObject::connect(&socket, &QTcpSocket::readyRead, [this] { lesen(); });
+        if (!von.isNull())
+            socket.bind(von);
         socket.connectToHost(QHostAddress::LocalHost, port);
     }
     void hallo()
@@ -35,6 +39,16 @@ public:
         const Kennung kennung{QStringLiteral("Attrappe"), QRandomGenerator::global()->generate64(),
                               9};
         socket.write(rahmen(Art::Hallo, kennungKodieren(kennung)));
+    }
+    QString id() const
+    {
+        return teilnehmerId(QStringLiteral("Attrappe"), socket.localAddress().toIPv4Address(), 9);
+    }
+    void gesiegelt(const QByteArray &schluessel, quint64 zaehler, const QByteArray &text)
+    {
+        const QByteArray mitSiegel =
+            gesiegeltKodieren(zaehler, siegel(schluessel, id(), zaehler, text), text);
+        socket.write(rahmen(Art::Gesiegelt, mitSiegel));
     }
 
     QTcpSocket socket;
@@ -65,6 +79,13 @@ QByteArray halloRahmen()
     return rahmen(Art::Hallo, kennungKodieren({QStringLiteral("Attrappe"), 7, 9}));
 }
 
+// A client on a beacon port of its own: nobody hears it, it hears nobody.
+std::unique_ptr<Teilnehmer> ohneBaken(const char *udpPort, const char *name)
+{
+    const Umgebung eigenerPort("VELMORA_UDP_PORT", udpPort);
+    return std::make_unique<Teilnehmer>(QString::fromLatin1(name));
+}
+
 int getrennt(const std::vector<std::unique_ptr<QTcpSocket>> &sockets)
 {
     int anzahl = 0;
@@ -89,6 +110,8 @@ private slots:
     void stille();
     void stau();
     void nachbarlisten();
+    void schluessel_data();
+    void schluessel();
 };
 
 void TestVelmoraNetz::initTestCase()
@@ -273,11 +296,6 @@ void TestVelmoraNetz::stau()
 
 void TestVelmoraNetz::nachbarlisten()
 {
-    // Each on a beacon port of its own: nobody hears anybody.
-    auto ohneBaken = [](const char *udpPort, const char *name) {
-        const Umgebung eigenerPort("VELMORA_UDP_PORT", udpPort);
-        return std::make_unique<Teilnehmer>(QString::fromLatin1(name));
-    };
     const auto a = ohneBaken("29901", "Kartulo");
     const auto b = ohneBaken("29902", "Tabulor");
     const auto c = ohneBaken("29903", "Kartulo");
@@ -298,6 +316,63 @@ void TestVelmoraNetz::nachbarlisten()
     QVERIFY(b->client.participants().contains(a->id()));
     QVERIFY(a->client.participants().contains(b->id()));
     QVERIFY(a->client.participants().contains(c->id()));
+}
+
+void TestVelmoraNetz::schluessel_data()
+{
+    QTest::addColumn<QByteArray>("empfaenger");
+    QTest::addColumn<QByteArray>("absender");
+    // None: Tabulor, a client, sends one message; else the hand-made peer
+    // sends one tagged with each counter.
+    QTest::addColumn<QList<quint64>>("zaehler");
+    QTest::addColumn<int>("zugestellt");
+
+    const QByteArray geheim("geheim");
+    QTest::newRow("gleicher schlüssel") << geheim << geheim << QList<quint64>{} << 1;
+    QTest::newRow("falscher schlüssel") << geheim << QByteArray("anders") << QList<quint64>{} << 0;
+    QTest::newRow("ohne siegel") << geheim << QByteArray() << QList<quint64>{} << 0;
+    QTest::newRow("empfänger ohne schlüssel") << QByteArray() << geheim << QList<quint64>{} << 1;
+    QTest::newRow("zähler wiederholt") << geheim << geheim << QList<quint64>{5, 5, 4, 6} << 2;
+}
+
+void TestVelmoraNetz::schluessel()
+{
+    QFETCH(QByteArray, empfaenger);
+    QFETCH(QByteArray, absender);
+    QFETCH(QList<quint64>, zaehler);
+    QFETCH(int, zugestellt);
+
+    const auto kartulo = ohneBaken("29911", "Kartulo");
+    const auto tabulor = ohneBaken("29912", "Tabulor");
+    kartulo->client.setKey(empfaenger);
+    tabulor->client.setKey(absender);
+    QSignalSpy abgewiesen(&kartulo->client, &Client::messageRejected);
+    // Kartulo reaches Tabulor at 127.0.0.2 through this peer's list, not at
+    // the address Tabulor goes by: the tag must name the link's own address.
+    Attrappe attrappe(kartulo->port(), false, QHostAddress(QStringLiteral("127.0.0.2")));
+    QTRY_COMPARE_WITH_TIMEOUT(attrappe.socket.state(), QAbstractSocket::ConnectedState, lange);
+    attrappe.hallo();
+    const quint32 lo = QHostAddress(QHostAddress::LocalHost).toIPv4Address();
+    attrappe.socket.write(rahmen(Art::Nachbarn, nachbarnKodieren({{lo, tabulor->port(), 77}})));
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo->neu.count(), 2, lange);
+    QTRY_COMPARE_WITH_TIMEOUT(tabulor->neu.count(), 1, lange);
+
+    const QByteArray text("Grand Hand");
+    if (zaehler.isEmpty())
+        tabulor->client.sendMessage(QString::fromUtf8(text));
+    for (const quint64 z : qAsConst(zaehler))
+        attrappe.gesiegelt(absender, z, text);
+    const int gesendet = zaehler.isEmpty() ? 1 : zaehler.size();
+    QTRY_COMPARE_WITH_TIMEOUT(kartulo->post.count() + abgewiesen.count(), gesendet, lange);
+    QCOMPARE(kartulo->post.count(), zugestellt);
+    QCOMPARE(kartulo->client.rejectedMessages(), gesendet - zugestellt);
+    const QString von = zaehler.isEmpty() ? Teilnehmer::ids(kartulo->neu).at(1) : attrappe.id();
+    QCOMPARE((Teilnehmer::ids(kartulo->post) + Teilnehmer::ids(abgewiesen)).count(von), gesendet);
+    for (const QList<QVariant> &signal : qAsConst(kartulo->post))
+        QCOMPARE(signal.at(1).toString(), QString::fromUtf8(text));
+    // A dropped message leaves the link alone.
+    QCOMPARE(kartulo->weg.count(), 0);
+    QVERIFY(kartulo->client.participants().contains(von));
 }
 
 QTEST_GUILESS_MAIN(TestVelmoraNetz)

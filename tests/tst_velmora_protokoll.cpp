@@ -1,6 +1,6 @@
 // The wire format without sockets: what the frame reader, the hello and
 // beacon reader and the peer list reader accept and what they refuse, and
-// the bytes docs/lan-protocol.md shows.
+// the bytes docs/lan-protocol.md shows, a tag among them.
 
 #include "velmora/protokoll.h"
 
@@ -78,9 +78,17 @@ void TestVelmoraProtokoll::rahmenlesen_data()
     zeile("hallo längste", kopf(1 + 17 + 255, 1), {}, false);
     zeile("zweites hallo", h + h, nurHallo, true);
     zeile("ping mit inhalt", h + kopf(2, 3) + "x", nurHallo, true);
-    zeile("art unbekannt", h + kopf(1, 6), nurHallo, true);
+    zeile("art unbekannt", h + kopf(1, 7), nurHallo, true);
     zeile("nachbarliste zu lang", h + kopf(1 + 2 + 14 * 1024 + 1, 5), nurHallo, true);
     zeile("nachbarliste längste", h + kopf(1 + 2 + 14 * 1024, 5), nurHallo, false);
+    const QByteArray siegelKopf(zaehlerGroesse + siegelGroesse, 's');
+    zeile("gesiegelt ohne text", h + rahmen(Art::Gesiegelt, siegelKopf), {h.mid(5), siegelKopf},
+          false);
+    zeile("gesiegelt ohne ganzes siegel", h + kopf(40, 6), nurHallo, true);
+    zeile("gesiegelt 8 MiB", h + kopf(1 + 40 + hoechsteNachricht, 6), nurHallo, false);
+    zeile("gesiegelt 8 MiB und ein byte", h + kopf(1 + 40 + hoechsteNachricht + 1, 6), nurHallo,
+          true);
+    zeile("gesiegelt vor hallo", rahmen(Art::Gesiegelt, siegelKopf), {}, true);
     zeile("kaputt bleibt kaputt", h + kopf(1, 9) + rahmen(Art::Ping), nurHallo, true, true);
 }
 
@@ -116,6 +124,14 @@ void TestVelmoraProtokoll::rahmenBytes_data()
                                << QByteArray("000000060248616c6c6f");
     QTest::newRow("hallo") << rahmen(Art::Hallo, kennungKodieren(tabulor())).left(9)
                            << QByteArray("000000190156454c4d");
+    const quint64 zaehler = 1700000000000000;
+    const QByteArray siegelWieDort =
+        siegel("geheim", QStringLiteral("Kartulo@192.168.1.20:40123"), zaehler, "Hallo");
+    QTest::newRow("gesiegelt wie in lan-protocol.md")
+        << rahmen(Art::Gesiegelt, gesiegeltKodieren(zaehler, siegelWieDort, "Hallo"))
+        << QByteArray("0000002e0600060a24181e4000"
+                      "5ce5d6a74ddca1eedead2ed0cb52ccaa60a1db6e037fe0e60c3d4ab5ce7d91e6"
+                      "48616c6c6f");
 }
 
 void TestVelmoraProtokoll::rahmenBytes()

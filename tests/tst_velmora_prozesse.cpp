@@ -1,6 +1,7 @@
 // velmora-cli as a peer in another process: finding each other, messages
-// both ways, standard input, a hung peer and its return, and two network
-// namespaces joined by a veth pair, where nothing goes over loopback.
+// both ways with the event key, standard input, a hung peer and its return,
+// and two network namespaces joined by a veth pair, where nothing goes over
+// loopback.
 
 #include "helpers/velmorahilfe.h"
 
@@ -8,6 +9,7 @@
 #include <QProcess>
 #include <QScopeGuard>
 #include <QStandardPaths>
+#include <QTemporaryFile>
 #include <QtTest>
 
 #include <csignal>
@@ -82,9 +84,16 @@ void TestVelmoraProzesse::initTestCase()
 
 void TestVelmoraProzesse::cliPartner()
 {
+    // Both ends keyed: each message below arrives only with a valid tag.
+    QTemporaryFile schluessel;
+    QVERIFY(schluessel.open());
+    schluessel.write("geheim\r\n");
+    schluessel.flush();
     Teilnehmer kartulo(QStringLiteral("Kartulo"));
-    Partner tabulor(
-        {QStringLiteral("--exit-on-eof"), QStringLiteral("erste"), QStringLiteral("zweite")});
+    kartulo.client.setKey("geheim");
+    Partner tabulor({QStringLiteral("--exit-on-eof"), QStringLiteral("--full"),
+                     QStringLiteral("--key-file"), schluessel.fileName(), QStringLiteral("erste"),
+                     QStringLiteral("zweite")});
     QTRY_COMPARE_WITH_TIMEOUT(kartulo.neu.count(), 1, lange);
     const QString id = kartulo.neu.at(0).at(0).toString();
     QVERIFY(id.startsWith(QStringLiteral("Tabulor@127.0.0.1:")));
@@ -96,21 +105,33 @@ void TestVelmoraProzesse::cliPartner()
     QCOMPARE(kartulo.post.at(0), (QList<QVariant>{id, QStringLiteral("erste")}));
     QCOMPARE(kartulo.post.at(1), (QList<QVariant>{id, QStringLiteral("zweite")}));
 
-    kartulo.client.sendMessage(QStringLiteral("Null ouvert\nHand"));
+    const QString lang(250, u'x');
+    kartulo.client.sendMessage(QStringLiteral("Null ouvert\nHand ") + lang);
     const QString von = QStringLiteral("MSG ") + kartulo.id() + u' ';
-    QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(von + QStringLiteral("Null ouvert\\nHand")), lange);
+    QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(von + QStringLiteral("Null ouvert\\nHand ") + lang),
+                             lange);
 
     tabulor.prozess.write("\xc3\xbc"
                           "ber stdin\n\nnoch eine\n");
     QTRY_COMPARE_WITH_TIMEOUT(kartulo.post.count(), 4, lange);
     QCOMPARE(kartulo.post.at(2).at(1).toString(), QStringLiteral("\u00fcber stdin"));
     QCOMPARE(kartulo.post.at(3).at(1).toString(), QStringLiteral("noch eine"));
+    kartulo.client.setKey("anders");
+    kartulo.client.sendMessage(QStringLiteral("gefälscht"));
+    QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(QStringLiteral("REJECT ") + kartulo.id()), lange);
 
     tabulor.prozess.closeWriteChannel();
     QTRY_COMPARE_WITH_TIMEOUT(tabulor.prozess.state(), QProcess::NotRunning, lange);
     QCOMPARE(tabulor.prozess.exitCode(), 0);
     QTRY_COMPARE_WITH_TIMEOUT(kartulo.weg.count(), 1, lange);
     QCOMPARE(Teilnehmer::ids(kartulo.weg), QStringList{id});
+
+    // A key file holding nothing but a line end is no key.
+    QVERIFY(schluessel.resize(0) && schluessel.seek(0) && schluessel.write("\n") == 1);
+    schluessel.flush();
+    Partner ohneSchluessel({QStringLiteral("--key-file"), schluessel.fileName()});
+    QTRY_COMPARE_WITH_TIMEOUT(ohneSchluessel.prozess.state(), QProcess::NotRunning, lange);
+    QCOMPARE(ohneSchluessel.prozess.exitCode(), 2);
 }
 
 void TestVelmoraProzesse::haengenderPartner()
@@ -154,14 +175,16 @@ void TestVelmoraProzesse::zweiNetze()
     QCOMPARE(ausfuehren(QStringLiteral("ip addr add 10.77.0.2/24 dev vlm0 && ip link set vlm0 up")),
              0);
 
-    // Tabulor gets a namespace of its own with the other end of the pair.
+    // Tabulor gets a namespace of its own, and the other end of the pair only
+    // once it goes by loopback too.
     const QString innen = QStringLiteral(
-        "echo bereit; while ! ip link show vlm1 >/dev/null 2>&1; do sleep 0.05; done; "
-        "ip link set lo up && ip addr add 10.77.0.3/24 dev vlm1 && ip link set vlm1 up && "
+        "ip link set lo up; (while ! ip link show vlm1 >/dev/null 2>&1; do sleep 0.05; done; "
+        "ip addr add 10.77.0.3/24 dev vlm1 && ip link set vlm1 up) & "
         "exec \"$0\" --name Tabulor 'ueber die Leitung'");
     Partner tabulor(unshare, {QStringLiteral("-n"), QStringLiteral("--"), QStringLiteral("sh"),
                               QStringLiteral("-c"), innen, QStringLiteral(VELMORA_CLI)});
-    QTRY_VERIFY_WITH_TIMEOUT(tabulor.zeilen.contains(QStringLiteral("bereit")), lange);
+    QTRY_VERIFY_WITH_TIMEOUT(
+        !tabulor.zeilen.filter(QStringLiteral(" SELF Tabulor@127.0.0.1:")).isEmpty(), lange);
     QCOMPARE(
         ausfuehren(QStringLiteral("ip link set vlm1 netns %1").arg(tabulor.prozess.processId())),
         0);
@@ -175,6 +198,8 @@ void TestVelmoraProzesse::zweiNetze()
     QTRY_COMPARE_WITH_TIMEOUT(kartulo.post.count(), 1, lange);
     QCOMPARE(kartulo.post.at(0), (QList<QVariant>{id, QStringLiteral("ueber die Leitung")}));
     QTRY_VERIFY_WITH_TIMEOUT(tabulor.hat(QStringLiteral("JOIN ") + kartulo.id()), lange);
+    // Its own address moved from loopback to the pair's end, and it says so.
+    QVERIFY(tabulor.hat(QStringLiteral("SELF ") + id));
     kartulo.client.sendMessage(QStringLiteral("zurück"));
     QTRY_VERIFY_WITH_TIMEOUT(
         tabulor.hat(QStringLiteral("MSG ") + kartulo.id() + QStringLiteral(" zurück")), lange);

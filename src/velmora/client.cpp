@@ -10,6 +10,7 @@ Client::Client(const QString &programName, QObject *parent)
     connect(m_netz, &Velmora::Netz::nachricht, this, &Client::newMessage);
     connect(m_netz, &Velmora::Netz::gegangen, this, &Client::participantLeft);
     connect(m_netz, &Velmora::Netz::eigeneAdresseGeaendert, this, &Client::ownAddressChanged);
+    connect(m_netz, &Velmora::Netz::abgewiesen, this, &Client::messageRejected);
 }
 
 QString Client::participantId() const
@@ -35,6 +36,16 @@ QString Client::localAddress(const QString &participantId) const
 void Client::sendMessage(const QString &message)
 {
     m_netz->senden(message);
+}
+
+void Client::setKey(const QByteArray &key)
+{
+    m_netz->schluesselSetzen(key);
+}
+
+int Client::rejectedMessages() const
+{
+    return m_netz->anzahlAbgewiesen();
 }
 
 namespace Kartulo {

@@ -8,6 +8,7 @@
 #include <QTcpSocket>
 
 #include <algorithm>
+#include <chrono>
 
 namespace Velmora {
 
@@ -115,11 +116,33 @@ void Netz::senden(const QString &text)
                  hoechsteNachricht);
         return;
     }
-    const QByteArray daten = rahmen(Art::Nachricht, utf8);
     // A copy: a peer that cannot keep up leaves the mesh while we write.
     const auto alle = m_stehend.values();
-    for (Verbindung *verbindung : alle)
-        verbindung->senden(daten);
+    if (m_schluessel.isEmpty()) {
+        const QByteArray daten = rahmen(Art::Nachricht, utf8);
+        for (Verbindung *verbindung : alle)
+            verbindung->senden(daten);
+        return;
+    }
+    // From the clock, so that a restarted sender goes on above what its peers
+    // accepted before without storing anything.
+    const auto jetzt = std::chrono::duration_cast<std::chrono::microseconds>(
+        std::chrono::system_clock::now().time_since_epoch());
+    m_zaehler = qMax(m_zaehler + 1, quint64(jetzt.count()));
+    // Each peer knows this one by the local address of its link; links over
+    // the same interface share one tag.
+    QHash<quint32, QByteArray> jeAdresse;
+    for (Verbindung *verbindung : alle) {
+        const quint32 lokal = verbindung->lokaleAdresse();
+        auto daten = jeAdresse.find(lokal);
+        if (daten == jeAdresse.end()) {
+            const QString id = teilnehmerId(m_eigene.programm, lokal, m_eigene.port);
+            const QByteArray mitSiegel =
+                gesiegeltKodieren(m_zaehler, siegel(m_schluessel, id, m_zaehler, utf8), utf8);
+            daten = jeAdresse.insert(lokal, rahmen(Art::Gesiegelt, mitSiegel));
+        }
+        verbindung->senden(*daten);
+    }
 }
 
 void Netz::annehmen()
@@ -141,8 +164,13 @@ void Netz::verdrahten(Verbindung *verbindung)
     connect(verbindung, &Verbindung::halloErhalten, this, &Netz::halloErhalten);
     connect(verbindung, &Verbindung::nachrichtErhalten, this,
             [this](Verbindung *von, const QString &text) {
-                emit nachricht(von->teilnehmerId(), text);
+                // With a key, a message without a tag is as good as a forged one.
+                if (m_schluessel.isEmpty())
+                    emit nachricht(von->teilnehmerId(), text);
+                else
+                    abweisen(von->teilnehmerId());
             });
+    connect(verbindung, &Verbindung::gesiegeltErhalten, this, &Netz::gesiegeltErhalten);
     connect(verbindung, &Verbindung::nachbarnErhalten, this, &Netz::nachbarnAnrufen);
     connect(verbindung, &Verbindung::beendet, this, &Netz::beendet);
 }
@@ -199,6 +227,28 @@ void Netz::halloErhalten(Verbindung *verbindung)
         eigene->schliessen();
     }
     aufnehmen(verbindung);
+}
+
+void Netz::gesiegeltErhalten(Verbindung *von, const Gesiegelt &post)
+{
+    const QString id = von->teilnehmerId();
+    // Without a key there is nothing to check against; the text still counts.
+    if (!m_schluessel.isEmpty()) {
+        const auto zuletzt = m_zuletzt.constFind(id);
+        const bool wiederholt = zuletzt != m_zuletzt.cend() && post.zaehler <= *zuletzt;
+        if (wiederholt || !siegelStimmt(m_schluessel, id, post)) {
+            abweisen(id);
+            return;
+        }
+        m_zuletzt.insert(id, post.zaehler);
+    }
+    emit nachricht(id, post.text);
+}
+
+void Netz::abweisen(const QString &id)
+{
+    ++m_abgewiesen;
+    emit abgewiesen(id);
 }
 
 void Netz::aufnehmen(Verbindung *verbindung)

@@ -37,12 +37,15 @@ public:
     QString eigeneAdresse() const { return m_eigeneAdresse; }
     QString lokaleAdresse(const QString &id) const;
     void senden(const QString &text);
+    void schluesselSetzen(const QByteArray &schluessel) { m_schluessel = schluessel; }
+    int anzahlAbgewiesen() const { return m_abgewiesen; }
 
 signals:
     void beigetreten(const QString &id);
     void nachricht(const QString &id, const QString &text);
     void gegangen(const QString &id);
     void eigeneAdresseGeaendert(const QString &adresse);
+    void abgewiesen(const QString &id);
 
 private:
     void annehmen();
@@ -50,6 +53,8 @@ private:
     bool bekannt(quint64 instanz, quint32 adresse, quint16 port) const;
     void verbinden(quint32 adresse, quint16 port, quint64 instanz);
     void halloErhalten(Verbindung *verbindung);
+    void gesiegeltErhalten(Verbindung *von, const Gesiegelt &post);
+    void abweisen(const QString &id);
     void aufnehmen(Verbindung *verbindung);
     void beendet(Verbindung *verbindung);
     void nachbarnVerteilen();
@@ -63,6 +68,12 @@ private:
     QHash<quint64, Verbindung *> m_stehend;
     QHash<quint64, Verbindung *> m_ausgehend;
     QSet<Verbindung *> m_eingehend;
+    QByteArray m_schluessel;
+    quint64 m_zaehler = 0;
+    // The highest counter accepted from each sender this run, kept when it
+    // leaves, so a recording of it cannot be played back on its return.
+    QHash<QString, quint64> m_zuletzt;
+    int m_abgewiesen = 0;
 };
 
 } // namespace Velmora

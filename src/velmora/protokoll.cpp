@@ -1,5 +1,7 @@
 #include "velmora/protokoll.h"
 
+#include <QHostAddress>
+#include <QMessageAuthenticationCode>
 #include <QTextCodec>
 #include <QtEndian>
 
@@ -9,6 +11,8 @@ namespace {
 
 constexpr int kennungOhneName = 4 + 2 + 8 + 2 + 1;
 constexpr quint32 hoechsterHallo = 1 + kennungOhneName + hoechsterName;
+constexpr quint32 siegelKopf = zaehlerGroesse + siegelGroesse;
+constexpr quint32 hoechsterRahmen = 1 + siegelKopf + quint32(hoechsteNachricht);
 
 template <typename T> void schreiben(QByteArray &ziel, T wert)
 {
@@ -88,6 +92,12 @@ std::optional<Kennung> kennungLesen(const QByteArray &daten)
     return kennung;
 }
 
+QString teilnehmerId(const QString &programm, quint32 adresse, quint16 port)
+{
+    return programm % QLatin1Char('@') % QHostAddress(adresse).toString() % QLatin1Char(':') %
+           QString::number(port);
+}
+
 QByteArray nachbarnKodieren(const QVector<Nachbar> &nachbarn)
 {
     const int anzahl = qMin(nachbarn.size(), hoechsteNachbarn);
@@ -126,6 +136,53 @@ std::optional<QString> utf8Lesen(const QByteArray &daten)
     return text;
 }
 
+QByteArray gesiegeltKodieren(quint64 zaehler, const QByteArray &siegel, const QByteArray &utf8)
+{
+    QByteArray daten;
+    daten.reserve(int(siegelKopf) + utf8.size());
+    schreiben<quint64>(daten, zaehler);
+    daten.append(siegel);
+    daten.append(utf8);
+    return daten;
+}
+
+std::optional<Gesiegelt> gesiegeltLesen(const QByteArray &nutzlast)
+{
+    Leser leser(nutzlast);
+    Gesiegelt post;
+    if (!leser.zahl(post.zaehler) || !leser.bytes(siegelGroesse, post.siegel) ||
+        !leser.bytes(leser.rest(), post.utf8))
+        return std::nullopt;
+    std::optional<QString> text = utf8Lesen(post.utf8);
+    if (!text)
+        return std::nullopt;
+    post.text = std::move(*text);
+    return post;
+}
+
+QByteArray siegel(const QByteArray &schluessel, const QString &absender, quint64 zaehler,
+                  const QByteArray &utf8)
+{
+    QByteArray kopf = absender.toUtf8();
+    kopf.append('\n');
+    schreiben<quint64>(kopf, zaehler);
+    QMessageAuthenticationCode code(QCryptographicHash::Sha256, schluessel);
+    code.addData(kopf);
+    code.addData(utf8);
+    return code.result();
+}
+
+bool siegelStimmt(const QByteArray &schluessel, const QString &absender, const Gesiegelt &post)
+{
+    const QByteArray richtig = siegel(schluessel, absender, post.zaehler, post.utf8);
+    if (post.siegel.size() != richtig.size())
+        return false;
+    char unterschied = 0;
+    for (int i = 0; i < richtig.size(); ++i)
+        unterschied |= char(richtig[i] ^ post.siegel[i]);
+    return unterschied == 0;
+}
+
 QByteArray rahmen(Art art, const QByteArray &nutzlast)
 {
     QByteArray daten;
@@ -157,6 +214,8 @@ bool Rahmenleser::kopfPasst(quint32 laenge, quint8 art) const
         return laenge == 1;
     case Art::Nachbarn:
         return laenge <= 1 + 2 + quint32(hoechsteNachbarn * nachbarGroesse);
+    case Art::Gesiegelt:
+        return laenge >= 1 + siegelKopf && laenge <= hoechsterRahmen;
     case Art::Hallo:
         break;
     }
@@ -172,7 +231,7 @@ bool Rahmenleser::naechster(Rahmen &rahmen)
     const quint32 laenge = qFromBigEndian<quint32>(kopf);
     // Length and type are judged before the body arrives, so a lying
     // header costs no memory.
-    const bool passt = laenge >= 1 && laenge <= 1 + quint32(hoechsteNachricht) &&
+    const bool passt = laenge >= 1 && laenge <= hoechsterRahmen &&
                        (vorhanden == laengenfeld || kopfPasst(laenge, quint8(kopf[laengenfeld])));
     if (!passt) {
         m_kaputt = true;

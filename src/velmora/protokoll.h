@@ -22,6 +22,8 @@ constexpr int hoechsteNachricht = 8 * 1024 * 1024;
 constexpr int hoechsterName = 255;
 constexpr int hoechsteNachbarn = 1024;
 constexpr int nachbarGroesse = 14;
+constexpr int zaehlerGroesse = 8;
+constexpr int siegelGroesse = 32;
 
 enum class Art : quint8
 {
@@ -29,7 +31,8 @@ enum class Art : quint8
     Nachricht = 2,
     Ping = 3,
     Pong = 4,
-    Nachbarn = 5
+    Nachbarn = 5,
+    Gesiegelt = 6
 };
 
 // Who a beacon or a hello speaks for; both carry the same bytes.
@@ -54,11 +57,35 @@ struct Nachbar
     quint64 instanz = 0;
 };
 
+// "<program>@<dotted IPv4>:<port>", how participants name each other.
+QString teilnehmerId(const QString &programm, quint32 adresse, quint16 port);
+
 QByteArray nachbarnKodieren(const QVector<Nachbar> &nachbarn);
 std::optional<QVector<Nachbar>> nachbarnLesen(const QByteArray &daten);
 
 // Nothing unless the bytes are complete, valid UTF-8.
 std::optional<QString> utf8Lesen(const QByteArray &daten);
+
+// A message tagged with the event key: its sender's counter, the tag and the
+// text, as the payload of a TAGGED frame carries them.
+struct Gesiegelt
+{
+    quint64 zaehler = 0;
+    QByteArray siegel;
+    QByteArray utf8;
+    QString text;
+};
+
+QByteArray gesiegeltKodieren(quint64 zaehler, const QByteArray &siegel, const QByteArray &utf8);
+// Nothing for a payload shorter than counter and tag or a text that is no UTF-8.
+std::optional<Gesiegelt> gesiegeltLesen(const QByteArray &nutzlast);
+// The tag over the sender's id as the receiver knows it, the counter and the
+// text; the id binds the tag to one sender, the counter to one sending.
+QByteArray siegel(const QByteArray &schluessel, const QString &absender, quint64 zaehler,
+                  const QByteArray &utf8);
+// Whether the post carries the tag the key makes, compared in a time that
+// does not tell a forger how many bytes were right.
+bool siegelStimmt(const QByteArray &schluessel, const QString &absender, const Gesiegelt &post);
 
 QByteArray rahmen(Art art, const QByteArray &nutzlast = {});
 

@@ -70,8 +70,7 @@ quint32 Verbindung::lokaleAdresse() const
 
 QString Verbindung::teilnehmerId() const
 {
-    return m_gegenueber.programm % QLatin1Char('@') % QHostAddress(m_adresse).toString() %
-           QLatin1Char(':') % QString::number(m_gegenueber.port);
+    return Velmora::teilnehmerId(m_gegenueber.programm, m_adresse, m_gegenueber.port);
 }
 
 void Verbindung::aufnehmen(const Kennung &eigene)
@@ -153,6 +152,13 @@ bool Verbindung::verarbeiten(const Rahmen &gelesen)
         if (!text)
             return false;
         emit nachrichtErhalten(this, *text);
+        return true;
+    }
+    case Art::Gesiegelt: {
+        const std::optional<Gesiegelt> post = gesiegeltLesen(gelesen.nutzlast);
+        if (!post)
+            return false;
+        emit gesiegeltErhalten(this, *post);
         return true;
     }
     case Art::Ping:

@@ -54,6 +54,7 @@ public:
 signals:
     void halloErhalten(Velmora::Verbindung *verbindung);
     void nachrichtErhalten(Velmora::Verbindung *verbindung, const QString &text);
+    void gesiegeltErhalten(Velmora::Verbindung *verbindung, const Velmora::Gesiegelt &post);
     void nachbarnErhalten(Velmora::Verbindung *verbindung);
     // Emitted once; the object deletes itself afterwards.
     void beendet(Velmora::Verbindung *verbindung);

@@ -33,6 +33,11 @@ void nutzlastLesen(const Rahmen &rahmen)
             pruefen(nachbarnKodieren(*nachbarn) == rahmen.nutzlast,
                     "eine Nachbarliste kodiert sich zu ihren Bytes");
         break;
+    case Art::Gesiegelt:
+        if (const std::optional<Gesiegelt> post = gesiegeltLesen(rahmen.nutzlast))
+            pruefen(gesiegeltKodieren(post->zaehler, post->siegel, post->utf8) == rahmen.nutzlast,
+                    "eine gesiegelte Nachricht kodiert sich zu ihren Bytes");
+        break;
     }
 }
 
@@ -59,7 +64,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *daten, size_t groesse)
         while (leser.naechster(rahmen)) {
             pruefen((gelesen == 0) == (rahmen.art == Art::Hallo),
                     "der erste Rahmen ist ein Hallo und nur er");
-            pruefen(rahmen.nutzlast.size() <= hoechsteNachricht, "kein Rahmen ueber 8 MiB");
+            pruefen(rahmen.nutzlast.size() <= zaehlerGroesse + siegelGroesse + hoechsteNachricht,
+                    "kein Text ueber 8 MiB");
             nutzlastLesen(rahmen);
             ++gelesen;
         }

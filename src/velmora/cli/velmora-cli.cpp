@@ -1,12 +1,13 @@
 // A participant on the command line: joins the LAN under a program name,
 // prints who comes, goes and says what, and sends its arguments and every
-// line of standard input. It stands in for the other program by hand and in
-// tests.
+// line of standard input, tagged when given the event key. It stands in for
+// the other program by hand and in tests.
 
 #include "velmora/client.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFile>
 #include <QSocketNotifier>
 #include <QTime>
 #include <QTimer>
@@ -14,6 +15,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <optional>
 #include <unistd.h>
 
 namespace {
@@ -27,15 +29,32 @@ void ausgeben(const QString &text)
 }
 
 // One line per event, whatever the message holds.
-QString fuerDieZeile(const QString &text)
+QString fuerDieZeile(const QString &text, bool ganz)
 {
     constexpr int sichtbar = 200;
-    QString kurz = text.left(sichtbar);
-    kurz.replace(QLatin1Char('\n'), QStringLiteral("\\n"))
+    const bool kuerzen = !ganz && text.size() > sichtbar;
+    QString zeile = kuerzen ? text.left(sichtbar) : text;
+    zeile.replace(QLatin1Char('\n'), QStringLiteral("\\n"))
         .replace(QLatin1Char('\r'), QStringLiteral("\\r"));
-    if (text.size() > sichtbar)
-        kurz += QStringLiteral("... [%1 chars]").arg(text.size());
-    return kurz;
+    if (kuerzen)
+        zeile += QStringLiteral("... [%1 chars]").arg(text.size());
+    return zeile;
+}
+
+// The key as the organiser handed it out, without the line end an editor adds.
+std::optional<QByteArray> schluesselLesen(const QString &pfad)
+{
+    QFile datei(pfad);
+    if (!datei.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray schluessel = datei.readAll();
+    if (schluessel.endsWith('\n'))
+        schluessel.chop(1);
+    if (schluessel.endsWith('\r'))
+        schluessel.chop(1);
+    if (schluessel.isEmpty())
+        return std::nullopt;
+    return schluessel;
 }
 
 } // namespace
@@ -56,14 +75,35 @@ int main(int argc, char **argv)
         QStringLiteral("N"));
     const QCommandLineOption eofEnde(QStringLiteral("exit-on-eof"),
                                      QStringLiteral("End when standard input ends."));
-    optionen.addOptions({name, stumm, eofEnde});
+    const QCommandLineOption ganz(QStringLiteral("full"),
+                                  QStringLiteral("Print every message whole, not its first "
+                                                 "200 characters."));
+    const QCommandLineOption schluesselDatei(
+        QStringLiteral("key-file"),
+        QStringLiteral("Tag messages with the event key in this file and drop those without "
+                       "a valid tag; one line end at its end is not part of the key."),
+        QStringLiteral("file"));
+    optionen.addOptions({name, stumm, eofEnde, ganz, schluesselDatei});
     optionen.addPositionalArgument(QStringLiteral("message"),
                                    QStringLiteral("Sent once the first participant is there."),
                                    QStringLiteral("[message ...]"));
     optionen.process(app);
+    std::optional<QByteArray> schluessel;
+    if (optionen.isSet(schluesselDatei)) {
+        schluessel = schluesselLesen(optionen.value(schluesselDatei));
+        if (!schluessel) {
+            std::fprintf(stderr, "velmora-cli: no key in %s: unreadable or empty\n",
+                         qPrintable(optionen.value(schluesselDatei)));
+            return 2;
+        }
+    }
 
     Client client(optionen.value(name));
+    if (schluessel)
+        client.setKey(*schluessel);
     ausgeben(QStringLiteral("SELF ") % client.participantId());
+    QObject::connect(&client, &Client::ownAddressChanged,
+                     [&client] { ausgeben(QStringLiteral("SELF ") % client.participantId()); });
 
     // Arguments and early lines wait for somebody to hear them.
     QStringList wartend = optionen.positionalArguments();
@@ -92,9 +132,13 @@ int main(int argc, char **argv)
     });
     QObject::connect(&client, &Client::participantLeft,
                      [](const QString &id) { ausgeben(QStringLiteral("LEAVE ") % id); });
-    QObject::connect(&client, &Client::newMessage, [](const QString &id, const QString &text) {
-        ausgeben(QStringLiteral("MSG ") % id % u' ' % fuerDieZeile(text));
-    });
+    const bool allesZeigen = optionen.isSet(ganz);
+    QObject::connect(
+        &client, &Client::newMessage, [allesZeigen](const QString &id, const QString &text) {
+            ausgeben(QStringLiteral("MSG ") % id % u' ' % fuerDieZeile(text, allesZeigen));
+        });
+    QObject::connect(&client, &Client::messageRejected,
+                     [](const QString &id) { ausgeben(QStringLiteral("REJECT ") % id); });
 
     QByteArray angefangen;
     QSocketNotifier eingabe(STDIN_FILENO, QSocketNotifier::Read);
