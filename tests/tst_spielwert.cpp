@@ -58,6 +58,15 @@ QString alsText(const SpielEintrag &e)
     return teile.join(QLatin1Char(' '));
 }
 
+SpielEintrag ausText(const QString &text)
+{
+    SpielEintrag e;
+    for (const QString &teil : text.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        e.setze(static_cast<S::Spalte>(S::spaltenNamen().indexOf(teil.section('=', 0, 0))),
+                teil.section('=', 1).toInt());
+    return e;
+}
+
 const QString ouvert = QStringLiteral("Spiel=24 Mit=1 Hand=1 Schneider=1 AngSchneider=1 "
                                       "Schwarz=1 AngSchwarz=1 Offen=1");
 const QString ouvertText = QStringLiteral("Mit 1 Spiel 2  Hand 3  Offen 4  Schneider 5 Angesagt 6 "
@@ -72,6 +81,8 @@ class TstSpielwert : public QObject
 private slots:
     void berechne_data();
     void berechne();
+    void zeileFehler_data();
+    void zeileFehler();
 };
 
 // The data tag is the panel. "text" is the description, or for an overbid game the text
@@ -170,7 +181,48 @@ void TstSpielwert::berechne()
         SpielEingabe wieder = e;
         wieder.angaben = Spielangaben::ausEintrag(ergebnis.eintrag);
         QCOMPARE(alsText(Spielwert::berechne(wieder).eintrag), alsText(ergebnis.eintrag));
+        // And a row from elsewhere that the panel could have made is taken.
+        if (e.angaben.art && e.angaben.sitz >= 0)
+            QCOMPARE(Spielwert::zeileFehler(ergebnis.eintrag, 4), QString());
     }
+}
+
+// Rows no panel makes, as a copy from another device might bring them.
+void TstSpielwert::zeileFehler_data()
+{
+    QTest::addColumn<QString>("spalten");
+    QTest::addColumn<int>("spieler");
+    QTest::addColumn<QString>("fehler");
+    const auto zeile = [](const char *spalten, int spieler, const char *fehler) {
+        QTest::newRow(spalten) << spalten << spieler << fehler;
+    };
+    const char *matadore = "Matadore passen nicht zur Spielart";
+    const char *wert = "Spielwert passt nicht";
+    const char *alleinspieler = "kein Alleinspieler am Tisch";
+    zeile("Spiel=12 Mit=1 Gewonnen=24 Spieler4=24", 4, "");
+    zeile("Spiel=12 Mit=1 Gewonnen=24 Spieler4=24", 3, alleinspieler);
+    zeile("Spiel=12 Mit=1 Gewonnen=24 Spieler2=24 Spieler3=24", 4, alleinspieler);
+    zeile("Spiel=12 Mit=1 Gewonnen=24", 4, alleinspieler);
+    zeile("Spiel=12 Mit=1 Hand=2 Gewonnen=24 Spieler2=24", 4, "Merkmal nicht 0 oder 1");
+    zeile("Spiel=12 Mit=1 Gewonnen=25 Spieler2=25", 4, wert);
+    zeile("Spiel=12 Mit=1 Gewonnen=24 Verloren=48 Spieler2=24", 4, wert);
+    zeile("Spiel=24 Mit=1 Offen=1 Gewonnen=48 Spieler2=48", 4, wert);
+    zeile("Spiel=12 Gewonnen=12 Spieler2=12", 4, matadore);
+    zeile("Spiel=12 Mit=1 Ohne=1 Gewonnen=24 Spieler2=24", 4, matadore);
+    zeile("Spiel=24 Mit=5 Gewonnen=144 Spieler2=144", 4, matadore);
+    zeile("Spiel=23 Mit=1 Gewonnen=23 Spieler2=23", 4, matadore);
+    zeile("Spiel=13 Mit=1 Gewonnen=26 Spieler2=26", 4, "keine Spielart");
+    zeile("Spiel=12 Mit=1 Gewonnen=24 Spieler2=24 Reizung=30", 4, "ueberreizt");
+    zeile("Eingepasst=1 Reizung=18", 3, "");
+    zeile("Eingepasst=1 Spiel=12", 4, "eingepasst, aber mit Werten");
+    zeile("Eingepasst=1 Reizung=-1", 4, "Reizwert ausserhalb 0 bis 9999");
+}
+
+void TstSpielwert::zeileFehler()
+{
+    QFETCH(QString, spalten);
+    QFETCH(int, spieler);
+    QTEST(Spielwert::zeileFehler(ausText(spalten), spieler), "fehler");
 }
 
 KARTULO_KERN_TEST_MAIN(TstSpielwert)

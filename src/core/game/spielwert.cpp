@@ -162,3 +162,45 @@ SpielwertErgebnis Spielwert::berechne(const SpielEingabe &eingabe)
     }
     return ergebnis;
 }
+
+QString Spielwert::zeileFehler(const SpielEintrag &zeile, int spieler)
+{
+    using S = SpielEintrag;
+    for (S::Spalte flag : {S::Hand, S::Schneider, S::AngSchneider, S::Schwarz, S::AngSchwarz,
+                           S::Offen, S::Eingepasst})
+        if (zeile[flag] != 0 && zeile[flag] != 1)
+            return QStringLiteral("Merkmal nicht 0 oder 1");
+    // The bid field takes any number, the bid dock at most 264.
+    if (zeile[S::Reizung] < 0 || zeile[S::Reizung] > 9999)
+        return QStringLiteral("Reizwert ausserhalb 0 bis 9999");
+    if (zeile.flag(S::Eingepasst)) {
+        SpielEintrag eingepasst;
+        eingepasst.setze(S::Zeile, zeile[S::Zeile]);
+        eingepasst.setze(S::Eingepasst, true);
+        eingepasst.setze(S::Reizung, zeile[S::Reizung]);
+        return zeile == eingepasst ? QString() : QStringLiteral("eingepasst, aber mit Werten");
+    }
+    SpielEingabe eingabe;
+    Spielangaben &a = eingabe.angaben;
+    a = Spielangaben::ausEintrag(zeile);
+    if (!a.art)
+        return QStringLiteral("keine Spielart");
+    const int hoechstMatadore = a.art == Spielart::Grand ? 4 : 11;
+    const bool ohneMatadore = zeile[S::Mit] == 0 && zeile[S::Ohne] == 0;
+    if (a.art == Spielart::Null ? !ohneMatadore
+                                : (zeile[S::Mit] != 0) == (zeile[S::Ohne] != 0) || a.anzahl < 1 ||
+                                      a.anzahl > hoechstMatadore)
+        return QStringLiteral("Matadore passen nicht zur Spielart");
+    int alleinspieler = 0;
+    for (int sitz = 0; sitz < 4; ++sitz)
+        alleinspieler += zeile.spielerWert(sitz) != 0;
+    if (alleinspieler != 1 || a.sitz >= spieler)
+        return QStringLiteral("kein Alleinspieler am Tisch");
+    if (zeile[S::Reizung] != 0)
+        eingabe.reizText = QString::number(zeile[S::Reizung]);
+    SpielwertErgebnis ergebnis = berechne(eingabe);
+    if (ergebnis.art != SpielwertErgebnis::Berechnet)
+        return QStringLiteral("ueberreizt");
+    ergebnis.eintrag.setze(S::Zeile, zeile[S::Zeile]);
+    return ergebnis.eintrag == zeile ? QString() : QStringLiteral("Spielwert passt nicht");
+}

@@ -40,4 +40,10 @@ public:
     // A game without type counts as a suit game of value 0; without a
     // matador mode it counts as "Ohne"; without a result as lost.
     static SpielwertErgebnis berechne(const SpielEingabe &eingabe);
+
+    // Why a row is not a game the panel could have entered in a list of that
+    // many players: a flag other than 0 or 1, matadors the type does not
+    // have, a declarer missing or outside the seats, an overbid, or a value
+    // that does not follow from the rest. Empty for a good row.
+    static QString zeileFehler(const SpielEintrag &zeile, int spieler);
 };
