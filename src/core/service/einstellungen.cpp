@@ -104,6 +104,22 @@ void Einstellungen::laden(const QString &datenVerzeichnis)
     if (!m_store.contains(QStringLiteral("vereinsname")))
         m_store.setValue(QStringLiteral("vereinsname"), m_vereinsname);
     m_vereinsname = m_store.value(QStringLiteral("vereinsname"), m_vereinsname).toString();
+
+    if (!m_store.contains(QStringLiteral("turnierschluessel")))
+        m_store.setValue(QStringLiteral("turnierschluessel"), QString());
+}
+
+QString Einstellungen::turnierschluessel() const
+{
+    return m_store.value(QStringLiteral("turnierschluessel")).toString();
+}
+
+void Einstellungen::turnierschluesselSetzen(const QString &schluessel)
+{
+    if (schluessel == turnierschluessel())
+        return;
+    m_store.setValue(QStringLiteral("turnierschluessel"), schluessel);
+    emit turnierschluesselGeaendert(schluessel);
 }
 
 void Einstellungen::kostenSetzen(Kosten wert, const QString &text)

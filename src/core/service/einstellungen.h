@@ -56,6 +56,11 @@ public:
     QString vereinsname() const { return m_vereinsname; }
     void vereinsnameSetzen(const QString &name);
 
+    // The organiser's key that every message of the link is signed with;
+    // empty, the default, for a link without signatures.
+    QString turnierschluessel() const;
+    void turnierschluesselSetzen(const QString &schluessel);
+
     bool mitFabianpunkten() const;
     // The store itself, for the settings dialog, which writes its switch at once.
     QSettings *store() { return &m_store; }
@@ -70,6 +75,7 @@ signals:
     void kostenGeaendert(Kosten wert);
     void alleKostenGeaendert();
     void vereinsnameGeaendert(const QString &name);
+    void turnierschluesselGeaendert(const QString &schluessel);
 
 private:
     double lesenOderAnlegen(const QString &key, double standard);
