@@ -63,6 +63,7 @@ void TstEinstellungsdialog::imFenster()
     MeldungsBeantworter antworten;
     MainWindow fenster;
     Client *client = fenster.findChild<Client *>();
+    emit client->newParticipant("Tabulor@10.0.0.9:4000");
     const QString vorher = text(&fenster, "lePunkte1");
     QTimer::singleShot(100, [&] {
         auto *dialog = fenster.findChild<DlgSettings *>();

@@ -1,13 +1,19 @@
-// The table on the club network as the window sees it: what the manager and
-// other tables send, who joins and leaves, and the switch that stops messages.
-// The test namespace has no address but loopback, so this table calls itself
-// 127.0.0.1.
+// The table on the club network as the window sees it: every message the
+// manager and other tables send, forged, misplaced or bad as it may be, taken
+// only from whom it may come in the state it belongs to; who joins and
+// leaves; and what the table sends back. The test namespace has no address
+// but loopback, so this table calls itself 127.0.0.1.
 
+#include "app/link/netzsteuerung.h"
 #include "app/mainwindow.h"
+#include "core/db/protokolldatenbank.h"
+#include "core/link/paarung.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
+#include "velmora/client.h"
 
+#include <QSqlQuery>
 #include <QtWidgets>
 
 using namespace Fenster;
@@ -15,7 +21,13 @@ using namespace Fenster;
 namespace {
 
 const QString Manager = QStringLiteral("Tabulor@10.0.0.9:4000");
+const QString Manager2 = QStringLiteral("Tabulor@10.0.0.8:4000");
 const QString Tisch = QStringLiteral("Kartulo@10.0.0.12:4000");
+const QString Tisch2 = QStringLiteral("Kartulo@10.0.0.13:4000");
+
+const QString Einschleusung = QStringLiteral("x'; DROP TABLE SpielListe; --");
+const QString Steuerzeichen = QStringLiteral("A") + QChar(u'\0') + QStringLiteral("B\x1b\t\r\nC");
+const QString Megabyte(1 << 20, QLatin1Char('x'));
 
 // Table 5, series 1, four players, a running tournament list.
 void laufendeListe()
@@ -28,6 +40,77 @@ QString status(MainWindow &fenster)
     return fenster.statusBar()->currentMessage();
 }
 
+NetzSteuerung *netz(MainWindow &fenster)
+{
+    return fenster.findChild<NetzSteuerung *>();
+}
+
+QStringList lesen(const QString &abfrage)
+{
+    QStringList werte;
+    QSqlQuery query(QSqlDatabase::database(ProtokollDatenbank::verbindungsName()));
+    query.exec(abfrage);
+    while (query.next())
+        werte << query.value(0).toString();
+    return werte;
+}
+
+// The state of this table in the names of the rows below.
+void vorbereiten(MainWindow &fenster, const QString &zustand)
+{
+    fenster.newParticipant(Tisch);
+    if (zustand == "Manager")
+        fenster.newParticipant(Manager);
+    if (zustand == "Anfrage" || zustand == "Zweitliste") {
+        fenster.startZweitProtokoll();
+        kind<QDockWidget>(&fenster, "DockZweitliste")->findChild<QLineEdit *>()->setText("7");
+        fenster.onZweitListenTischNrOk();
+    }
+    if (zustand == "Zweitliste")
+        fenster.appendMessage(Tisch, "9:127.0.0.1:$7@1@SpielerEnde");
+    if (zustand == "Erstliste")
+        fenster.appendMessage(Tisch2, "8:127.0.0.1:$5");
+}
+
+// Everything a message could change, as "what=value".
+QStringList zustand(MainWindow &fenster, const MeldungsBeantworter &antworten)
+{
+    QStringList tische;
+    const QMap<QString, int> &tischVon = netz(fenster)->tischVonAdresse();
+    for (auto it = tischVon.cbegin(); it != tischVon.cend(); ++it)
+        tische << QStringLiteral("%1:%2").arg(it.key()).arg(it.value());
+    return {
+        "Meldungen=" + antworten.texte.join(QLatin1Char('|')),
+        "Register=" + lesen("SELECT Name FROM Spieler").join(QLatin1Char(',')),
+        QStringLiteral("Rangliste=%1")
+            .arg(kind<QTreeView>(&fenster, "tvRangliste")->model()->rowCount()),
+        QStringLiteral("Spiele=%1").arg(TestProtokoll::zeilen("SpielListe")),
+        "Gruppe=" + kind<QComboBox>(&fenster, "cmbGruppenId")->currentText(),
+        "Kartengeld=" + text(&fenster, "leKartengeld"),
+        "Verein=" + text(&fenster, "leListenName"),
+        "Neu1=" + text(&fenster, "leNeuSpieler1"),
+        "Liste=" + kind<QLabel>(&fenster, "lblListe")->text(),
+        "Tische=" + tische.join(QLatin1Char(',')),
+        QStringLiteral("Verbinden=%1").arg(kind<QAction>(&fenster, "actionVerbinden")->isEnabled()),
+        QStringLiteral("Zweitliste=%1").arg(netz(fenster)->paarung().gepaarterTisch())};
+}
+
+// A participant of its own on the link that records what the window sends.
+struct Horcher
+{
+    Horcher() : client(QStringLiteral("Horcher"))
+    {
+        QObject::connect(&client, &Client::newMessage,
+                         [this](const QString &, const QString &text) { texte << text; });
+    }
+    QStringList typ(int typ) const
+    {
+        return texte.filter(QRegularExpression(QStringLiteral("^%1:").arg(typ)));
+    }
+    Client client;
+    QStringList texte;
+};
+
 } // namespace
 
 class TstNetz : public QObject
@@ -36,85 +119,260 @@ class TstNetz : public QObject
 
 private slots:
     void init() { TestUmgebung::allesLoeschen(); }
-    void vomManager_data();
-    void vomManager();
+    void nachrichten_data();
+    void nachrichten();
     void auslosung();
+    void einmalEineBox();
     void kosten();
     void kommenUndGehen();
+    void gesendet();
+    void zweitlisteSendetNicht();
     void zweitlisteOhneTisch();
 };
 
-void TstNetz::vomManager_data()
+void TstNetz::nachrichten_data()
 {
     QTest::addColumn<QString>("von");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("meldung");
-    QTest::newRow("vergeben") << Manager << "3:127.0.0.1:$7"
-                              << "Tisch 7 ist schon vergeben!";
-    QTest::newRow("anderer Tisch") << Manager << "3:10.0.0.1:$7"
-                                   << "";
-    QTest::newRow("von einem Tisch") << Tisch << "3:127.0.0.1:$7"
-                                     << "";
-    QTest::newRow("fremdes Programm") << "Fremd@10.0.0.3:1"
-                                      << "3:127.0.0.1:$7"
-                                      << "";
-    QTest::newRow("kaputt") << Manager << "3:127.0.0.1:$7$8"
-                            << "";
-    QTest::newRow("leerer Absender") << ""
-                                     << "3:127.0.0.1:$7"
-                                     << "";
-    QTest::newRow("Auslosung ohne eigenen Tisch")
-        << Manager << "6:127.0.0.1:G$9@1@1|Anna|Ja|Ja@2|Bernd|Ja|Ja@3|Clara|Ja|Ja"
-        << "Auslosung noch nicht abgeschlossen\noder Tisch 5 nicht vorhanden!";
-    QTest::newRow("Auslosung zu wenige") << Manager << "6:127.0.0.1:G$5@1@1|Anna|Ja|Ja"
-                                         << "Auslosung noch nicht abgeschlossen\noder Tisch 5 "
-                                            "nicht vorhanden!";
-    QTest::newRow("Tischnummer vom Manager") << Manager << "12:127.0.0.1:$9"
-                                             << "";
+    QTest::addColumn<QString>("vorher"); // see vorbereiten()
+    QTest::addColumn<QStringList>("texte");
+    QTest::addColumn<QStringList>("danach"); // none: nothing changed
+    QTest::addColumn<int>("abgewiesen");
+    const auto zeile = [](const char *name, const QString &von, const QString &vorher,
+                          const QStringList &texte, const QStringList &danach, int abgewiesen) {
+        QTest::newRow(name) << von << vorher << texte << danach << abgewiesen;
+    };
+    const QString x40(40, QLatin1Char('x'));
+    const QString drei = "@1|A|Ja|Ja@2|B|Ja|Ja@3|C|Ja|Ja";
+    const QString kosten = "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|";
+    const QString tisch7 = "9:127.0.0.1:$7@1@";
+    const QString ende = "@SpielerEnde";
+    // Kreuz with 1, won by seat 1, bid 18: value 24.
+    const QString spiel = "12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@18";
+    const QString kopie = "14:127.0.0.1:$" + spiel;
+    const QString vergeben = "Meldungen=Tisch 0 ist schon vergeben!";
+    const QString auslosung =
+        "Meldungen=Auslosung noch nicht abgeschlossen\noder Tisch 5 nicht vorhanden!";
+
+    // Who may say what.
+    zeile("3 vom Manager", Manager, "Manager", {"3:127.0.0.1:$7"},
+          {"Meldungen=Tisch 7 ist schon vergeben!"}, 0);
+    zeile("3 an anderen Tisch", Manager, "Manager", {"3:10.0.0.1:$7"}, {}, 0);
+    zeile("3 von einem Tisch", Tisch, "", {"3:127.0.0.1:$7"}, {}, 1);
+    zeile("3 vom zweiten Tabulor", Manager2, "Manager", {"3:127.0.0.1:$7"}, {}, 1);
+    zeile("4 ohne Anmeldung", Manager, "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 1);
+    zeile("4 vom zweiten Tabulor", Manager2, "Manager", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 1);
+    zeile("4 von einem Tisch", Tisch, "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 1);
+    zeile("4 Tabulor als Vorsilbe", "Tabulor2@10.0.0.9:4000", "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {},
+          0);
+    zeile("4 fremdes Programm", "Fremd@10.0.0.3:1", "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 0);
+    zeile("4 leerer Absender", "", "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 0);
+    zeile("4 kaputt", Manager, "Manager", {"4:127.0.0.1:$7|Eva$"}, {}, 0);
+    zeile("4 tausendeins Spieler", Manager, "Manager",
+          {"4:127.0.0.1:$" + QString("@7|Eva|Ja|Ja").repeated(1001).mid(1)}, {}, 1);
+    zeile("6 von einem Tisch", Tisch, "", {"6:127.0.0.1:G$5@1" + drei}, {}, 1);
+    zeile("6 fuenf Sitze", Manager, "Manager",
+          {"6:127.0.0.1:G$5@1" + drei + "@4|D|Ja|Ja@5|E|Ja|Ja"}, {}, 1);
+    zeile("6 anderer Tisch", Manager, "Manager", {"6:127.0.0.1:G$9@1" + drei},
+          {auslosung, "Gruppe=G"}, 0);
+    zeile("6 zu wenige", Manager, "Manager", {"6:127.0.0.1:G$5@1@1|Anna|Ja|Ja"}, {auslosung}, 0);
+    zeile("12 vom Manager", Manager, "Manager", {"12:127.0.0.1:$9"}, {}, 0);
+    zeile("15 von einem Tisch", Tisch, "", {kosten + "Nord"}, {}, 1);
+    zeile("15 ohne Anmeldung", Manager, "", {kosten + "Nord"}, {}, 1);
+    zeile("7 sechs Ergebnisse", Tisch, "",
+          {"7:10.0.0.12:$" + QString("@O|1|1|0|0|0|0|-").repeated(6).mid(1)}, {}, 1);
+    zeile("7 ohne Namen", Tisch, "", {"7:10.0.0.12:$"}, {}, 1);
+    zeile("7 Name 1 MB", Tisch, "", {"7:10.0.0.12:$" + Megabyte + "|1|1|0|0|0|0|-"}, {}, 1);
+    zeile("7 Punkte keine Zahl", Tisch, "", {"7:10.0.0.12:$Otto|1|1|x|0|0|0|-"}, {}, 1);
+    zeile("7 ein Tisch", Tisch, "", {"7:10.0.0.12:$Otto|1|1|0|0|0|0|-@Eva|1|1|0|0|0|0|-|7"},
+          {"Rangliste=6"}, 0);
+    zeile("7 vom Manager", Manager, "Manager", {"7:10.0.0.9:$Otto|1|1|0|0|0|0|-"}, {}, 0);
+    zeile("8 anderer Tisch", Tisch, "", {"8:10.0.0.12:$" + Megabyte}, {}, 0);
+    zeile("8 an Zweitliste", Tisch2, "Zweitliste", {"8:127.0.0.1:$5"}, {}, 0);
+    zeile("9 ohne Anfrage", Tisch, "", {tisch7 + "0|Eva" + ende}, {}, 1);
+    zeile("9 leer", Tisch, "Anfrage", {"9:127.0.0.1:$"}, {}, 1);
+    zeile("9 anderer Tisch", Tisch, "Anfrage", {"9:127.0.0.1:$8@1@0|Eva" + ende}, {}, 1);
+    zeile("9 nach Paarung", Tisch2, "Zweitliste", {tisch7 + "0|Eva" + ende}, {}, 1);
+    zeile("9 fuenf Spieler", Tisch, "Anfrage", {tisch7 + "0|E@0|F@0|G@0|H@0|I" + ende}, {}, 1);
+    zeile("9 1 MB", Tisch, "Anfrage", {tisch7 + "0|" + Megabyte + ende},
+          {"Liste=Zweitliste Tisch 7", "Register=Anna,Bernd,Clara,Dora," + x40}, 0);
+    zeile("9 Steuerzeichen", Tisch, "Anfrage", {tisch7 + "0|" + Steuerzeichen + ende},
+          {"Register=Anna,Bernd,Clara,Dora,A B    C"}, 0);
+    zeile("10 ohne Anfrage", Tisch, "", {"10:127.0.0.1:$5@nein"}, {}, 1);
+    zeile("10 nach Paarung", Tisch, "Zweitliste", {"10:127.0.0.1:$7@nein"}, {}, 1);
+    zeile("10 ein Eintrag", Tisch, "Anfrage", {"10:127.0.0.1:$"}, {}, 0);
+    zeile("10 1 MB", Tisch, "Anfrage", {"10:127.0.0.1:$7@" + Megabyte},
+          {"Meldungen=" + Megabyte.left(200), "Verbinden=1"}, 0);
+    zeile("10 Steuerzeichen", Tisch, "Anfrage", {"10:127.0.0.1:$7@" + Steuerzeichen},
+          {"Meldungen=" + Steuerzeichen}, 0);
+    zeile("11 ohne Zweitliste", Tisch, "", {"11:127.0.0.1:$"}, {}, 1);
+    zeile("11 von fremdem Tisch", Tisch, "Erstliste", {"11:127.0.0.1:$"}, {}, 1);
+    zeile("11 von der Zweitliste", Tisch2, "Erstliste", {"11:127.0.0.1:$"},
+          {"Meldungen=ZweitListe hat sich abgemeldet.", "Verbinden=1"}, 0);
+    zeile("12 1 MB", Tisch, "", {"12:10.0.0.12:$" + Megabyte}, {}, 0);
+    zeile("12 neue Nummer", Tisch, "", {"12:10.0.0.99:$8"}, {"Tische=10.0.0.12:8"}, 0);
+    zeile("13 ohne Paarung", Tisch, "", {"13:127.0.0.1:$5@1@1@" + spiel}, {}, 0);
+    zeile("13 keine Zahlen", Tisch, "Zweitliste",
+          {kopie, "13:127.0.0.1:$7@1@1" + QString("@" + Steuerzeichen).repeated(17)},
+          {"Meldungen=Eintrag bei Spiel 1 Spielwert 12 <> Spielwert 0.|Eintrag bei Spiel 1 Mit 1 "
+           "<> Mit 0.|Eintrag bei Spiel 1 Gewonnen 24 <> Gewonnen 0.|Eintrag bei Spiel 1 Spieler1 "
+           "24 <> Spieler1 0.|Eintrag bei Spiel 1 Reizung 18 <> Reizung 0."},
+          0);
+    zeile("13 von fremdem Tisch", Tisch2, "Zweitliste",
+          {"13:127.0.0.1:$7@1@1@" + QString(spiel).replace("@18", "@20")}, {}, 1);
+    zeile("14 ohne Paarung", Tisch, "", {kopie}, {}, 1);
+    zeile("14 vor den Spielern", Tisch, "Anfrage", {kopie}, {}, 1);
+    zeile("14 von fremdem Tisch", Tisch2, "Zweitliste", {kopie}, {}, 1);
+    zeile("14 Kopie", Tisch, "Zweitliste", {kopie}, {"Spiele=1"}, 0);
+    zeile("14 andere Gruppe", Tisch, "Zweitliste", {QString(kopie).replace(":$", ":G$")}, {}, 0);
+    zeile("14 leer", Tisch, "Zweitliste", {"14:127.0.0.1:$"}, {}, 1);
+    zeile("14 1 MB", Tisch, "Zweitliste", {"14:127.0.0.1:$" + Megabyte}, {}, 1);
+    zeile("14 falscher Wert", Tisch, "Zweitliste",
+          {QString(kopie).replace("@24@0@24@", "@25@0@25@")}, {}, 1);
+    zeile("14 zwei Alleinspieler", Tisch, "Zweitliste",
+          {QString(kopie).replace("@24@0@0@", "@24@24@0@")}, {}, 1);
+    zeile("14 ueberreizt", Tisch, "Zweitliste", {QString(kopie).replace("@18", "@30")}, {}, 1);
+    zeile("14 Merkmal 2", Tisch, "Zweitliste", {QString(kopie).replace("12@1@0@0", "12@1@0@2")}, {},
+          1);
+    zeile("17 Pfad", Tisch, "", {"16:127.0.0.1:$../../x.pdf", "17:127.0.0.1:$../../x.pdf@eJw="}, {},
+          0);
+
+    // What the manager's messages do with bad content.
+    zeile("3 leer", Manager, "Manager", {"3:127.0.0.1:$"}, {vergeben}, 0);
+    zeile("3 1 MB", Manager, "Manager", {"3:127.0.0.1:$" + Megabyte}, {vergeben}, 0);
+    zeile("4 leer", Manager, "Manager", {"4:127.0.0.1:$"}, {"Register="}, 0);
+    zeile("4 1 MB", Manager, "Manager", {"4:127.0.0.1:$7|" + Megabyte}, {"Register=" + x40}, 0);
+    zeile("4 Steuerzeichen", Manager, "Manager", {"4:127.0.0.1:$7|" + Steuerzeichen},
+          {"Register=A B    C"}, 0);
+    zeile("4 Einschleusung", Manager, "Manager", {"4:127.0.0.1:$7|" + Einschleusung + "@8|A:nna"},
+          {"Register=" + Einschleusung + ",Anna"}, 0);
+    zeile("6 leer", Manager, "Manager", {"6:127.0.0.1:$"}, {auslosung}, 0);
+    zeile("6 1 MB", Manager, "Manager", {"6:127.0.0.1:" + Megabyte + "$5@1@1|" + Megabyte + drei},
+          {"Meldungen=Neues Protokoll?", "Neu1=" + x40,
+           "Register=Anna,Bernd,Clara,Dora," + x40 + ",A,B,C", "Gruppe=" + Megabyte.left(32767)},
+          0);
+    zeile("6 Steuerzeichen", Manager, "Manager",
+          {"6:127.0.0.1:" + Steuerzeichen + "$5@1@1|" + Steuerzeichen + drei},
+          {"Neu1=" + Steuerzeichen, "Register=Anna,Bernd,Clara,Dora,A B    C,A,B,C",
+           "Gruppe=" + Steuerzeichen},
+          0);
+    zeile("6 Einschleusung", Manager, "Manager", {"6:127.0.0.1:G$5@1@1|" + Einschleusung + drei},
+          {"Neu1=" + Einschleusung, "Gruppe=G"}, 0);
+    zeile("15 leer", Manager, "Manager", {"15:127.0.0.1:$"}, {}, 0);
+    zeile("15 1 MB", Manager, "Manager", {kosten + Megabyte}, {"Kartengeld=0.7", "Verein=" + x40},
+          0);
+    zeile("15 Steuerzeichen", Manager, "Manager",
+          {QString(kosten).replace("0.7", "0.7\x1b") + Steuerzeichen},
+          {"Kartengeld=1.0", "Verein=" + Steuerzeichen}, 0);
+    zeile("15 Einschleusung", Manager, "Manager", {kosten + Einschleusung},
+          {"Verein=" + Einschleusung}, 0);
 }
 
-// Only the manager's types are taken from the manager, only what is addressed
-// to this table, and nothing from a third program or a broken text.
-void TstNetz::vomManager()
+// A message changes exactly what its row says, or nothing; what came from
+// the wrong sender, in the wrong state or too large is counted as refused.
+// Bytes that are no UTF-8 never leave the link (tst_velmora_netz).
+void TstNetz::nachrichten()
 {
     QFETCH(QString, von);
-    QFETCH(QString, text);
-    QFETCH(QString, meldung);
+    QFETCH(QString, vorher);
+    QFETCH(QStringList, texte);
+    QFETCH(QStringList, danach);
+    QFETCH(int, abgewiesen);
     laufendeListe();
     MeldungsBeantworter antworten;
     MainWindow fenster;
-    fenster.appendMessage(von, text);
-    QCOMPARE(antworten.texte.join("|"), meldung);
+    vorbereiten(fenster, vorher);
+    const QStringList anfang = zustand(fenster, antworten);
+    const int bisher = netz(fenster)->abgewiesen();
+    for (const QString &text : texte)
+        fenster.appendMessage(von, text);
+    fenster.CheckRecordGegenRecordVonErsterListe();
+
+    const QStringList ende = zustand(fenster, antworten);
+    if (danach.isEmpty())
+        QCOMPARE(ende, anfang);
+    for (const QString &erwartet : danach)
+        QVERIFY2(ende.contains(erwartet), qPrintable(ende.join("; ").left(1000)));
+    QCOMPARE(netz(fenster)->abgewiesen() - bisher, abgewiesen);
+    if (abgewiesen > 0)
+        QVERIFY2(
+            status(fenster).startsWith(QStringLiteral("%1 Nachrichten abgewiesen, zuletzt Typ ")
+                                           .arg(netz(fenster)->abgewiesen())),
+            qPrintable(status(fenster)));
 }
 
 // A draw for this table fills the "Neu" page for the scorer to confirm and
-// gives the table the manager's group.
+// gives the table the manager's group. On a fresh list it answers what the
+// "Neu" page asked for.
 void TstNetz::auslosung()
+{
+    const QString sitze = "@31|Erika Muster|Ja|Nein@32|Otto Normal|Nein|Ja@33|Eva Lang|Ja|Ja";
+    for (const bool frisch : {false, true}) {
+        TestUmgebung::allesLoeschen();
+        if (!frisch)
+            laufendeListe();
+        MeldungsBeantworter antworten;
+        MainWindow fenster;
+        fenster.newParticipant(Manager);
+        if (frisch) {
+            fenster.onNewProtokoll();
+            kind<QLineEdit>(&fenster, "leNeuTischNr")->setText("9");
+            kind<QLineEdit>(&fenster, "leNeuSerie")->setText("3");
+            fenster.spielerdatenAnfordern();
+            // Not what was asked for: another series.
+            fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$9@2" + sitze);
+        }
+        const QString tisch = frisch ? "9" : "5";
+        const QString serie = frisch ? "3" : "2";
+        fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$" + tisch + "@" + serie + sitze);
+        QCOMPARE(antworten.texte,
+                 frisch ? QStringList({"Neues Protokoll?",
+                                       "Sind Tischnr 9 und Seriennr 3 richtig gesetzt?",
+                                       "Auslosung noch nicht abgeschlossen\noder Tisch 9 nicht "
+                                       "vorhanden!"})
+                        : QStringList({"Neues Protokoll?"}));
+        QCOMPARE(kind<QTabWidget>(&fenster, "tabWidget")->currentWidget()->objectName(),
+                 QStringLiteral("tabNeu"));
+        QStringList felder;
+        for (const char *name : {"leNeuSpieler1", "leNeuSpieler2", "leNeuSpieler3", "leNeuSpieler4",
+                                 "leNeuTischNr", "leNeuSerie"})
+            felder << text(&fenster, name);
+        QCOMPARE(felder,
+                 QStringList({"Erika Muster", "Otto Normal", "Eva Lang", "", tisch, serie}));
+        QVERIFY(TestProtokoll::spalte("Spieler", "MgldNr").contains(32));
+        auto *gruppen = kind<QComboBox>(&fenster, "cmbGruppenId");
+        QCOMPARE(gruppen->currentText(), QStringLiteral("Gruppe B"));
+        QVERIFY(!gruppen->isEnabled());
+    }
+}
+
+// While a box of one kind is open, the next message of that kind goes to the
+// status line: a flood cannot stack boxes.
+void TstNetz::einmalEineBox()
 {
     laufendeListe();
     MeldungsBeantworter antworten;
     MainWindow fenster;
-    fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$5@2@31|Erika Muster|Ja|Nein@32|Otto "
-                                   "Normal|Nein|Ja@33|Eva Lang|Ja|Ja");
-    QCOMPARE(antworten.texte, QStringList({"Neues Protokoll?"}));
-    QCOMPARE(kind<QTabWidget>(&fenster, "tabWidget")->currentWidget()->objectName(),
-             QStringLiteral("tabNeu"));
-    QStringList felder;
-    for (const char *name : {"leNeuSpieler1", "leNeuSpieler2", "leNeuSpieler3", "leNeuSpieler4",
-                             "leNeuTischNr", "leNeuSerie"})
-        felder << text(&fenster, name);
-    QCOMPARE(felder, QStringList({"Erika Muster", "Otto Normal", "Eva Lang", "", "5", "2"}));
-    QVERIFY(TestProtokoll::spalte("Spieler", "MgldNr").contains(32));
-    auto *gruppen = kind<QComboBox>(&fenster, "cmbGruppenId");
-    QCOMPARE(gruppen->currentText(), QStringLiteral("Gruppe B"));
-    QVERIFY(!gruppen->isEnabled());
+    fenster.newParticipant(Manager);
+    QStringList waehrend;
+    QTimer::singleShot(0, &fenster, [&] {
+        for (const char *text : {"3:127.0.0.1:$8", "6:127.0.0.1:$9@1"})
+            fenster.appendMessage(Manager, text);
+        waehrend << status(fenster);
+    });
+    fenster.appendMessage(Manager, "3:127.0.0.1:$7");
+    QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!",
+                                           "Auslosung noch nicht abgeschlossen\noder Tisch 5 "
+                                           "nicht vorhanden!"}));
+    QCOMPARE(waehrend, QStringList({"Tisch 8 ist schon vergeben!"}));
 }
 
-// Costs are taken for this table's address, group, table and series only.
+// Costs are taken for this table's address, group, table and series only,
+// with a decimal point or comma.
 void TstNetz::kosten()
 {
     laufendeListe();
     MainWindow fenster;
+    fenster.newParticipant(Manager);
     const QString werte = "0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|Skatclub Nord";
     for (const QString &text :
          QStringList{"15:10.0.0.1:$5@1@" + werte, "15:127.0.0.1:Andere$5@1@" + werte,
@@ -124,16 +382,29 @@ void TstNetz::kosten()
     fenster.appendMessage(Manager, "15:127.0.0.1:$5@1@" + werte);
     QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.7"));
     QCOMPARE(text(&fenster, "leListenName"), QStringLiteral("Skatclub Nord"));
+    fenster.appendMessage(
+        Manager,
+        "15:127.0.0.1:$5@1@0,50|1,00|2,00|3,50|0,80|1,50|2,50|16,00|61|46|36|Skatclub Süd");
+    QStringList felder;
+    for (const char *name :
+         {"lePlKosten1", "lePlKosten2", "lePlKosten3", "lePlKosten4", "leKartengeld",
+          "leVerlSpiele1Bis5", "leVerlSpieleAb6", "lePreisSkat", "leGewSpieleAbzglVerlSpiele",
+          "leVerlSpieleDerGegenspieler3", "leVerlSpieleDerGegenspieler4", "leListenName"})
+        felder << text(&fenster, name);
+    QCOMPARE(felder, QStringList({"0.5", "1.0", "2.0", "3.5", "0.8", "1.5", "2.5", "16.0", "61",
+                                  "46", "36", "Skatclub Süd"}));
     // A value no scorer could type is not taken either; the field shows what counts.
     fenster.appendMessage(Manager,
                           "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0,2|1.0|2.5|15.0|60|45|35|Nord");
-    QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.7"));
+    QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.8"));
     QVERIFY2(status(fenster).startsWith("Kartengeld: nur 0,5 bis 100,0"),
              qPrintable(status(fenster)));
 }
 
 // The manager's arrival swaps the "Neu" page to asking it for players and
-// shows the standings; its leaving undoes it. Other tables are only counted.
+// shows the standings; its leaving undoes it. The first manager stays the
+// one; one coming back from the same address keeps the ranking and the page.
+// Other tables are only counted.
 void TstNetz::kommenUndGehen()
 {
     laufendeListe();
@@ -141,20 +412,32 @@ void TstNetz::kommenUndGehen()
     fenster.show();
     auto *anfordern = kind<QPushButton>(&fenster, "pbAnfordern");
     auto *datei = kind<QPushButton>(&fenster, "pbSpielerAusTextdatei");
+    auto *seiten = kind<QTabWidget>(&fenster, "tabWidget");
+    QAbstractItemModel *rangliste = kind<QTreeView>(&fenster, "tvRangliste")->model();
     QVERIFY(anfordern->isHidden() && !datei->isHidden());
+
+    fenster.newParticipant("Fremd@10.0.0.3:1");
+    fenster.rechnerAbmeldung("Fremd@10.0.0.3:1");
+    QCOMPARE(status(fenster), QStringLiteral("Kein Kontakt zu anderen Protokollen."));
 
     fenster.newParticipant(Manager);
     QCOMPARE(status(fenster), QStringLiteral("Verbunden Tabulor 10.0.0.9"));
-    QCOMPARE(kind<QTabWidget>(&fenster, "tabWidget")->currentWidget()->objectName(),
-             QStringLiteral("tabSpielstaende"));
+    QCOMPARE(seiten->currentWidget()->objectName(), QStringLiteral("tabSpielstaende"));
     QVERIFY(!anfordern->isHidden() && datei->isHidden());
     QVERIFY(!kind<QLineEdit>(&fenster, "leNeuSpieler1")->isEnabled());
     QVERIFY(kind<QMenu>(&fenster, "menuZweitliste")->isEnabled());
+    QCOMPARE(rangliste->rowCount(), 4);
+    fenster.appendMessage(Tisch, "7:10.0.0.12:$Otto|7|1|10|1|0|0|-");
 
+    fenster.newParticipant(Manager2);
+    const QString fremd = QStringLiteral("Weiterer Tabulor %1 wird nicht beachtet.").arg(Manager2);
+    QCOMPARE(status(fenster), fremd);
     fenster.newParticipant(Tisch);
     QCOMPARE(status(fenster), QStringLiteral("Kontakt zu anderen Protokollen."));
-    fenster.newParticipant("Fremd@10.0.0.3:1");
+    fenster.newParticipant(Manager2);
     QCOMPARE(status(fenster), QStringLiteral("Kontakt zu anderen Protokollen."));
+    fenster.rechnerAbmeldung(Manager2);
+    QVERIFY(!anfordern->isHidden());
 
     fenster.rechnerAbmeldung(Manager);
     QCOMPARE(status(fenster), QStringLiteral("Getrennt Tabulor."));
@@ -162,6 +445,55 @@ void TstNetz::kommenUndGehen()
     QVERIFY(kind<QLineEdit>(&fenster, "leNeuSpieler1")->isEnabled());
     fenster.rechnerAbmeldung(Tisch);
     QCOMPARE(status(fenster), QStringLiteral("Kein Kontakt zu anderen Protokollen."));
+
+    seiten->setCurrentWidget(kind<QWidget>(&fenster, "tabSpieleintrag"));
+    fenster.newParticipant(QStringLiteral("Tabulor@10.0.0.9:4001"));
+    QCOMPARE(status(fenster), QStringLiteral("Verbunden Tabulor 10.0.0.9"));
+    QCOMPARE(seiten->currentWidget()->objectName(), QStringLiteral("tabSpieleintrag"));
+    QCOMPARE(rangliste->rowCount(), 5);
+    QVERIFY(!anfordern->isHidden());
+}
+
+// What the table sends: an answer to the address the request came from,
+// whatever its text claims; its number and results again to a manager that
+// comes, so its standings are whole without a new game.
+void TstNetz::gesendet()
+{
+    laufendeListe();
+    MainWindow fenster;
+    Horcher horcher;
+    QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
+
+    fenster.newParticipant(Manager);
+    QTRY_COMPARE(horcher.typ(12), QStringList({"12:127.0.0.1:$5"}));
+    QTRY_COMPARE(horcher.typ(7).size(), 1);
+    QVERIFY2(horcher.typ(7).first().startsWith("7:127.0.0.1:$Anna|5|1|0|0|0|"),
+             qPrintable(horcher.typ(7).first()));
+
+    fenster.appendMessage(Tisch, "8:10.0.0.99:$5");
+    QTRY_COMPARE(horcher.typ(9),
+                 QStringList({"9:10.0.0.12:$5@1@100|Anna|Ja|Ja@101|Bernd|Ja|Ja@102|Clara|Ja|Ja@"
+                              "103|Dora|Ja|Ja@SpielerEnde"}));
+}
+
+// A paired second list copies the first list's games but sends neither them
+// nor its results as its own: the ranking and the manager keep the first
+// list's numbers.
+void TstNetz::zweitlisteSendetNicht()
+{
+    laufendeListe();
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    Horcher horcher;
+    QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
+    vorbereiten(fenster, "Zweitliste");
+    fenster.appendMessage(Tisch, "14:127.0.0.1:$12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@0");
+    eingeben(&fenster, Spiel{"tbKreuz", 2, true, ""});
+    QCOMPARE(TestProtokoll::zeilen("SpielListe"), 2);
+    fenster.onZweitListeFreigeben(false);
+    QTRY_COMPARE(horcher.typ(11), QStringList({"11:10.0.0.12:$"}));
+    QCOMPARE(horcher.typ(7), QStringList());
+    QCOMPARE(horcher.typ(13), QStringList());
 }
 
 // The second list's request needs a table number, and only one pairing at a time.

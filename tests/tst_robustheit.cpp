@@ -32,9 +32,6 @@ const QString Megabyte(1 << 20, QLatin1Char('x'));
 // 39 letters and a playing card: a field of 40 keeps half of the card.
 const QString Karte = QString(39, QLatin1Char('a')) + QStringLiteral(u"\U0001F0A1");
 
-const QString Manager = QStringLiteral("Tabulor@10.0.0.9:4000");
-const QString Tisch = QStringLiteral("Kartulo@10.0.0.12:4000");
-
 // One column of a table as text, read through the window's connection.
 QStringList lesen(const QString &abfrage)
 {
@@ -74,8 +71,6 @@ private slots:
     void langeListe();
     void jornal_data();
     void jornal();
-    void nachrichten_data();
-    void nachrichten();
     void vomDraht_data();
     void vomDraht();
 };
@@ -482,126 +477,6 @@ void TstRobustheit::jornal()
         QTest::ignoreMessage(QtWarningMsg, "Kann Jornaldatei nicht laden.");
     QCOMPARE(jornal.load(form), !spieler.isNull());
     QCOMPARE(jornal.eintraege().value(0).spieler, spieler.isNull() ? QString() : spieler);
-}
-
-void TstRobustheit::nachrichten_data()
-{
-    QTest::addColumn<QString>("von");
-    QTest::addColumn<bool>("zweitliste"); // this table has asked table 7 for a pairing
-    QTest::addColumn<QStringList>("texte");
-    QTest::addColumn<QStringList>("danach");
-    const auto zeile = [](const char *name, const QString &von, bool zweitliste,
-                          const QStringList &texte, const QStringList &danach) {
-        QTest::newRow(name) << von << zweitliste << texte << danach;
-    };
-    const QString x40(40, QLatin1Char('x'));
-    const QString drei = "@1|A|Ja|Ja@2|B|Ja|Ja@3|C|Ja|Ja";
-    const QString kosten = "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|";
-    const QString viele = "Otto|1|1|0|0|0|0|-@Eva|1|1|0|0|0|0|-@Ida|1|1|0|0|0|0|-@"
-                          "Max|1|1|0|0|0|0|-@Udo|1|1|0|0|0|0|-";
-    const QString tisch7 = "9:127.0.0.1:$7@1@";
-    const QString ende = "@SpielerEnde";
-    const QString kopie = "14:127.0.0.1:$24@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@18";
-    const QString vergeben = "Meldungen=Tisch 0 ist schon vergeben!";
-    const QString erste = "Liste=Erstliste Tisch 5";
-
-    zeile("3 leer", Manager, false, {"3:127.0.0.1:$"}, {vergeben});
-    zeile("3 1 MB", Manager, false, {"3:127.0.0.1:$" + Megabyte}, {vergeben});
-    zeile("4 leer", Manager, false, {"4:127.0.0.1:$"}, {"Register="});
-    zeile("4 1 MB", Manager, false, {"4:127.0.0.1:$7|" + Megabyte}, {"Register=" + x40});
-    zeile("4 Steuerzeichen", Manager, false, {"4:127.0.0.1:$7|" + Steuerzeichen},
-          {"Register=A B    C"});
-    zeile("4 Einschleusung", Manager, false, {"4:127.0.0.1:$7|" + Einschleusung + "@8|A:nna"},
-          {"Register=" + Einschleusung + ",Anna"});
-    zeile("4 zweites $", Manager, false, {"4:127.0.0.1:$7|Eva$"},
-          {"Register=Anna,Bernd,Clara,Dora"});
-    zeile("6 leer", Manager, false, {"6:127.0.0.1:$"},
-          {"Meldungen=Auslosung noch nicht abgeschlossen\noder Tisch 5 nicht vorhanden!"});
-    zeile("6 1 MB", Manager, false, {"6:127.0.0.1:" + Megabyte + "$5@1@1|" + Megabyte + drei},
-          {"Meldungen=Neues Protokoll?", "Neu1=" + x40,
-           "Register=Anna,Bernd,Clara,Dora," + x40 + ",A,B,C", "Gruppe=" + Megabyte.left(32767)});
-    zeile("6 Steuerzeichen", Manager, false,
-          {"6:127.0.0.1:" + Steuerzeichen + "$5@1@1|" + Steuerzeichen + drei},
-          {"Neu1=" + Steuerzeichen, "Register=Anna,Bernd,Clara,Dora,A B    C,A,B,C",
-           "Gruppe=" + Steuerzeichen});
-    zeile("6 Einschleusung", Manager, false, {"6:127.0.0.1:G$5@1@1|" + Einschleusung + drei},
-          {"Neu1=" + Einschleusung, "Gruppe=G"});
-    zeile("15 leer", Manager, false, {"15:127.0.0.1:$"}, {"Kartengeld=1.0", "Verein=MeinVerein"});
-    zeile("15 1 MB", Manager, false, {kosten + Megabyte}, {"Kartengeld=0.7", "Verein=" + x40});
-    zeile("15 Steuerzeichen", Manager, false,
-          {QString(kosten).replace("0.7", "0.7\x1b") + Steuerzeichen},
-          {"Kartengeld=1.0", "Verein=" + Steuerzeichen});
-    zeile("15 Einschleusung", Manager, false, {kosten + Einschleusung},
-          {"Verein=" + Einschleusung});
-    zeile("7 leer", Tisch, false, {"7:10.0.0.12:$"}, {"Rangliste=5"});
-    zeile("7 1 MB", Tisch, false, {"7:10.0.0.12:$" + Megabyte + "|1|1|0|0|0|0|-"}, {"Rangliste=5"});
-    zeile("7 fuenf Ergebnisse", Tisch, false, {"7:10.0.0.12:$" + viele}, {"Rangliste=4"});
-    zeile("8 1 MB", Tisch, false, {"8:10.0.0.12:$" + Megabyte}, {"Meldungen=", erste});
-    zeile("9 leer", Tisch, true, {"9:127.0.0.1:$"}, {"Liste=Zweitliste Tisch "});
-    zeile("9 1 MB", Tisch, true, {tisch7 + "0|" + Megabyte + ende},
-          {"Liste=Zweitliste Tisch 7", "Register=Anna,Bernd,Clara,Dora," + x40});
-    zeile("9 fuenf Spieler", Tisch, true, {tisch7 + "0|E@0|F@0|G@0|H@0|I" + ende}, {erste});
-    zeile("9 Steuerzeichen", Tisch, true, {tisch7 + "0|" + Steuerzeichen + ende},
-          {"Register=Anna,Bernd,Clara,Dora,A B    C"});
-    zeile("10 leer", Tisch, true, {"10:127.0.0.1:$"}, {"Meldungen="});
-    zeile("10 1 MB", Tisch, true, {"10:127.0.0.1:$7@" + Megabyte},
-          {"Meldungen=" + Megabyte.left(200)});
-    zeile("10 Steuerzeichen", Tisch, true, {"10:127.0.0.1:$7@" + Steuerzeichen},
-          {"Meldungen=" + Steuerzeichen});
-    zeile("12 1 MB", Tisch, false, {"12:10.0.0.12:$" + Megabyte},
-          {"Tische=10.0.0.12:0,127.0.0.1:5"});
-    zeile("13 keine Zahlen", Tisch, true,
-          {kopie, "13:127.0.0.1:$7@1@1" + QString("@" + Steuerzeichen).repeated(17)},
-          {"Meldungen=Eintrag bei Spiel 1 Spielwert 24 <> Spielwert 0.|Eintrag bei Spiel 1 Mit 1 "
-           "<> Mit 0.|Eintrag bei Spiel 1 Gewonnen 24 <> Gewonnen 0.|Eintrag bei Spiel 1 Spieler1 "
-           "24 <> Spieler1 0.|Eintrag bei Spiel 1 Reizung 18 <> Reizung 0."});
-    zeile("14 leer", Tisch, false, {"14:127.0.0.1:$"}, {"Spiele=1"});
-    zeile("14 1 MB", Tisch, false, {"14:127.0.0.1:$" + Megabyte}, {"Spiele=1"});
-    zeile("17 Pfad", Tisch, false, {"16:127.0.0.1:$../../x.pdf", "17:127.0.0.1:$../../x.pdf@eJw="},
-          {"Meldungen=", "Spiele=0", erste});
-}
-
-// What the manager and other tables send, bad as it may be, ends as a message
-// box, a field, a registry entry, a ranking row or a game, or is ignored.
-// Broken texts and foreign senders are in tst_netz, bytes that are no UTF-8
-// never leave the link (tst_velmora_netz).
-void TstRobustheit::nachrichten()
-{
-    QFETCH(QString, von);
-    QFETCH(bool, zweitliste);
-    QFETCH(QStringList, texte);
-    QFETCH(QStringList, danach);
-    QVERIFY(TestProtokoll::anlegen(4, 48));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
-    fenster.newParticipant(Tisch);
-    if (zweitliste) {
-        fenster.startZweitProtokoll();
-        kind<QDockWidget>(&fenster, "DockZweitliste")->findChild<QLineEdit *>()->setText("7");
-        fenster.onZweitListenTischNrOk();
-    }
-    for (const QString &text : texte)
-        fenster.appendMessage(von, text);
-    fenster.CheckRecordGegenRecordVonErsterListe();
-
-    QStringList tische;
-    const QMap<QString, int> &tischVon = fenster.findChild<NetzSteuerung *>()->tischVonAdresse();
-    for (auto it = tischVon.cbegin(); it != tischVon.cend(); ++it)
-        tische << QStringLiteral("%1:%2").arg(it.key()).arg(it.value());
-    const QStringList zustand{
-        "Meldungen=" + antworten.texte.join(QLatin1Char('|')),
-        "Register=" + lesen("SELECT Name FROM Spieler").join(QLatin1Char(',')),
-        QStringLiteral("Rangliste=%1")
-            .arg(kind<QTreeView>(&fenster, "tvRangliste")->model()->rowCount()),
-        QStringLiteral("Spiele=%1").arg(TestProtokoll::zeilen("SpielListe")),
-        "Gruppe=" + kind<QComboBox>(&fenster, "cmbGruppenId")->currentText(),
-        "Kartengeld=" + text(&fenster, "leKartengeld"),
-        "Verein=" + text(&fenster, "leListenName"),
-        "Neu1=" + text(&fenster, "leNeuSpieler1"),
-        "Liste=" + kind<QLabel>(&fenster, "lblListe")->text(),
-        "Tische=" + tische.join(QLatin1Char(','))};
-    for (const QString &erwartet : danach)
-        QVERIFY2(zustand.contains(erwartet), qPrintable(zustand.join("; ").left(1000)));
 }
 
 void TstRobustheit::vomDraht_data()

@@ -85,7 +85,8 @@ void TstVerbindung::abendMitManager()
 
 // A first list answers a second list's request: refused while its list has
 // not started, then the players and every game so far, then refused again
-// as it has its second list.
+// as it has its second list. Every answer goes to the address the request
+// came from, not the one its text claims.
 void TstVerbindung::zweitlisteAnfragen()
 {
     MeldungsBeantworter antworten;
@@ -100,7 +101,7 @@ void TstVerbindung::zweitlisteAnfragen()
     zweite.sendMessage("8:10.1.1.1:$0");
     QTRY_COMPARE(
         empfangen.filter(QRegularExpression("^10:")),
-        QStringList({"10:10.1.1.1:$0@Protokoll in Erstliste wurde noch nicht gestartet!"}));
+        QStringList({"10:127.0.0.1:$0@Protokoll in Erstliste wurde noch nicht gestartet!"}));
     zweite.sendMessage("8:10.1.1.1:$7");
     fenster.reset();
     empfangen.clear();
@@ -113,21 +114,21 @@ void TstVerbindung::zweitlisteAnfragen()
     zweite.sendMessage("8:10.1.1.1:$5");
     QTRY_VERIFY(!empfangen.filter(QRegularExpression("^14:")).isEmpty());
     QCOMPARE(empfangen.filter(QRegularExpression("^9:")),
-             QStringList({"9:10.1.1.1:$5@1@100|Anna|Ja|Ja@101|Bernd|Ja|Ja@102|Clara|Ja|Ja@"
+             QStringList({"9:127.0.0.1:$5@1@100|Anna|Ja|Ja@101|Bernd|Ja|Ja@102|Clara|Ja|Ja@"
                           "SpielerEnde"}));
     QCOMPARE(empfangen.filter(QRegularExpression("^14:")),
-             QStringList({"14:10.1.1.1:$12@1@0@0@0@0@0@0@0@24@0@0@24@0@0@0@0"}));
+             QStringList({"14:127.0.0.1:$12@1@0@0@0@0@0@0@0@24@0@0@24@0@0@0@0"}));
     zweite.sendMessage("8:10.1.1.2:$5");
     QTRY_COMPARE(empfangen.filter(QRegularExpression("^10:")),
-                 QStringList({"10:10.1.1.2:$5@Tisch 5 hat schon Zweitliste!"}));
+                 QStringList({"10:127.0.0.1:$5@Tisch 5 hat schon Zweitliste!"}));
 
     // A corrected game goes to the second list again, to be compared anew.
     fenster->onUebersichtDoubleClicked(
         kind<QTableView>(fenster.get(), "tblViewUebersicht")->model()->index(0, 0));
     for (const char *knopf : {"tbVerloren", "pbFertig", "pbInListeEintragen"})
         klick(fenster.get(), knopf);
-    QTRY_COMPARE(empfangen.filter(QRegularExpression("^13:10\\.1\\.1\\.1:\\$5@1@1@")),
-                 QStringList({"13:10.1.1.1:$5@1@1@12@1@0@0@0@0@0@0@0@0@48@0@-48@0@0@0@0"}));
+    QTRY_COMPARE(empfangen.filter(QRegularExpression("^13:127\\.0\\.0\\.1:\\$5@1@1@")),
+                 QStringList({"13:127.0.0.1:$5@1@1@12@1@0@0@0@0@0@0@0@0@48@0@-48@0@0@0@0"}));
 }
 
 KARTULO_TEST_MAIN(TstVerbindung)

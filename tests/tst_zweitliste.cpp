@@ -1,6 +1,7 @@
-// Two real instances on the link, each a process with its own list: the
-// second pairs with the first, copies its games, is compared game by game,
-// and is released again.
+// Real instances on the link, each a process with its own list: the second
+// pairs with the first, copies its games, is compared game by game, and is
+// released again; and a manager that restarts in the middle of the evening
+// has every table's standings back without a new game.
 
 #include <QtTest>
 
@@ -57,6 +58,40 @@ private:
     QProcess m_prozess;
 };
 
+// The manager as velmora-cli sees the link: one line per event.
+class Manager
+{
+public:
+    Manager()
+    {
+        m_prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        QObject::connect(&m_prozess, &QProcess::readyReadStandardOutput, [this] {
+            while (m_prozess.canReadLine())
+                zeilen << QString::fromUtf8(m_prozess.readLine()).trimmed();
+        });
+        m_prozess.start(QStringLiteral(VELMORA_CLI), {"--name", "Tabulor"});
+    }
+    ~Manager()
+    {
+        m_prozess.kill();
+        m_prozess.waitForFinished();
+    }
+    // Whether a message of that type arrived whose text holds the piece.
+    bool hat(int typ, const QString &stueck) const
+    {
+        const QRegularExpression nachricht(QStringLiteral(" MSG \\S+ %1:").arg(typ));
+        for (const QString &zeile : zeilen)
+            if (nachricht.match(zeile).hasMatch() && zeile.contains(stueck))
+                return true;
+        return false;
+    }
+
+    QStringList zeilen;
+
+private:
+    QProcess m_prozess;
+};
+
 } // namespace
 
 class TstZweitliste : public QObject
@@ -64,8 +99,15 @@ class TstZweitliste : public QObject
     Q_OBJECT
 
 private slots:
+    // The tables of this program find each other and no other test's.
+    void initTestCase()
+    {
+        qputenv("VELMORA_UDP_PORT",
+                QByteArray::number(30000 + QCoreApplication::applicationPid() % 20000));
+    }
     void paarenVergleichenFreigeben();
     void ersteListeTrennt();
+    void managerNeustart();
 };
 
 void TstZweitliste::paarenVergleichenFreigeben()
@@ -134,6 +176,30 @@ void TstZweitliste::ersteListeTrennt()
     QVERIFY(dritte.befehl("zweitliste 5"));
     QTRY_COMPARE_WITH_TIMEOUT(dritte.frage("zeilen", "ZEILEN"), QStringLiteral("2"), 10000);
     QVERIFY(dritte.boxen().filter("Zweitliste!").isEmpty());
+}
+
+// Killed and started again, the manager gets each table's number and
+// results at once: nobody enters a game meanwhile.
+void TstZweitliste::managerNeustart()
+{
+    Tisch fuenf;
+    Tisch sechs;
+    QVERIFY(fuenf.befehl("liste 5"));
+    QVERIFY(fuenf.befehl("spiel tbKreuz 1 1"));
+    QVERIFY(sechs.befehl("liste 6"));
+    QVERIFY(sechs.befehl("spiel tbGrang 2 1"));
+    {
+        Manager erster;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            erster.hat(7, "Bernd|5|1|74|1|0|") && erster.hat(7, "Clara|6|1|98|1|0|"), 10000);
+    }
+    Manager zweiter;
+    QElapsedTimer uhr;
+    uhr.start();
+    QTRY_VERIFY_WITH_TIMEOUT(
+        zweiter.hat(7, "Bernd|5|1|74|1|0|") && zweiter.hat(7, "Clara|6|1|98|1|0|"), 5000);
+    QVERIFY(zweiter.hat(12, "$5") && zweiter.hat(12, "$6"));
+    qInfo("Staende wieder beim Manager nach %lld ms", uhr.elapsed());
 }
 
 QTEST_GUILESS_MAIN(TstZweitliste)

@@ -4,6 +4,7 @@
 #include "app/version.h"
 #include "app/widgets/dlgsettings.h"
 #include "app/widgets/werkzeugleiste.h"
+#include "core/link/paarung.h"
 #include "core/service/listendienst.h"
 #include "ui_mainwindow.h"
 
@@ -56,7 +57,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     m_modus = new ModusSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
     m_blatt = new BlattSteuerung(this, *ui, *m_dienst, *m_einstellungen);
     m_dateien = new DateiSteuerung(this, m_grosserBildschirm, *m_dienst, *m_einstellungen);
-    m_netz = new NetzSteuerung(this, *ui, *m_dienst);
+    m_netz = new NetzSteuerung(this, *ui, *m_dienst, *m_einstellungen);
     m_rang = new RanglistenSteuerung(this, *ui, *m_dienst);
     m_zweit = new ZweitlisteSteuerung(this, *ui, *m_leiste, *m_dienst, *m_netz);
     teileVerbinden();
@@ -180,21 +181,25 @@ void MainWindow::teileVerbinden()
             &EintragSteuerung::geberAnsagen);
 
     connect(m_eintrag, &EintragSteuerung::rundenEnde, this, &MainWindow::rundenEnde);
-    connect(m_blatt, &BlattSteuerung::ergebnisse, m_netz, &NetzSteuerung::ergebnisseSenden);
     connect(m_netz, &NetzSteuerung::spielerListe, m_kopf, &KopfSteuerung::ladeSpielerListe);
     connect(m_netz, &NetzSteuerung::gruppe, m_kopf, &KopfSteuerung::gruppeVorgeben);
     connect(m_netz, &NetzSteuerung::auslosung, m_kopf, &KopfSteuerung::auslosungZeigen);
     connect(m_netz, &NetzSteuerung::kosten, m_blatt, &BlattSteuerung::kostenVomManager);
-    connect(m_blatt, &BlattSteuerung::ergebnisse, m_rang, &RanglistenSteuerung::aufnehmen);
+    connect(m_blatt, &BlattSteuerung::ergebnisse, this, [this](const QStringList &ergebnisse) {
+        // Built only while no pairing holds them back: a second list's are
+        // its first list's again.
+        if (!m_netz->paarung().ergebnisseErlaubt())
+            return;
+        m_rang->aufnehmen(ergebnisse);
+        m_netz->ergebnisseSenden(ergebnisse);
+    });
+    connect(m_netz, &NetzSteuerung::ergebnisseGefragt, m_blatt, &BlattSteuerung::neuBerechnen);
     connect(m_netz, &NetzSteuerung::ergebnisseEmpfangen, m_rang, &RanglistenSteuerung::aufnehmen);
     connect(m_kopf, &KopfSteuerung::protokollVorbereitet, m_zweit,
             [this] { m_zweit->clearProtokoll(false); });
     connect(m_rang, &RanglistenSteuerung::ergebnisseSenden, m_netz,
             &NetzSteuerung::ergebnisseSenden);
-    connect(m_netz, &NetzSteuerung::managerGeaendert, m_rang, [this](bool verbunden) {
-        if (verbunden)
-            m_rang->leeren();
-    });
+    connect(m_netz, &NetzSteuerung::managerErstmals, m_rang, &RanglistenSteuerung::leeren);
 }
 
 void MainWindow::menuesVerbinden()

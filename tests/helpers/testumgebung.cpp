@@ -1,5 +1,6 @@
 #include "helpers/testumgebung.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QSettings>
@@ -24,6 +25,11 @@ void vorbereiten()
     qunsetenv("XDG_DOCUMENTS_DIR");
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Test programs running side by side keep to links of their own; the
+    // processes a test starts inherit its port and find each other.
+    if (qEnvironmentVariableIsEmpty("VELMORA_UDP_PORT"))
+        qputenv("VELMORA_UDP_PORT",
+                QByteArray::number(30000 + QCoreApplication::applicationPid() % 20000));
 }
 
 QString datenVerzeichnis()

@@ -10,6 +10,7 @@
 namespace TestUmgebung {
 
 // Call before the application object exists, which fixes the settings paths.
+// Also gives the program a beacon port of its own.
 void vorbereiten();
 
 QString datenVerzeichnis();

@@ -1,6 +1,9 @@
 #include "app/link/netzsteuerung.h"
 
+#include "core/link/empfang.h"
 #include "core/link/nachricht.h"
+#include "core/link/paarung.h"
+#include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
 #include "core/standings/spielmodus.h"
 #include "ui_mainwindow.h"
@@ -9,13 +12,9 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QMessageBox>
-#include <QNetworkInterface>
 #include <QStatusBar>
 
 namespace {
-
-const QString Tischprogramm = QStringLiteral("Kartulo");
-const QString Tabulor = QStringLiteral("Tabulor");
 
 Kartulo::SpielTupel alsTupel(const SpielEintrag &e)
 {
@@ -31,27 +30,51 @@ Kartulo::SpielTupel alsTupel(const SpielEintrag &e)
             e[S::Reizung]};
 }
 
+// Messages a table addresses to this one, possibly by the address it sees
+// this table at rather than the one the manager sees.
+bool vonPartnerAdressiert(int typ)
+{
+    return typ == Nachricht::ZweitlisteSpieler || typ == Nachricht::ZweitlisteAbgelehnt ||
+           typ == Nachricht::ZweitlisteAbgemeldet || typ == Nachricht::ZeileKopie;
+}
+
 } // namespace
 
-NetzSteuerung::NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst)
+NetzSteuerung::NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
+                             Einstellungen &einstellungen)
+    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst),
+      m_einstellungen(einstellungen), m_client(new Client(Empfang::tischProgramm(), this)),
+      m_paarung(new Paarung(this))
 {
-    m_client = new Client(Tischprogramm, this);
     connect(m_client, &Client::newParticipant, this, &NetzSteuerung::newParticipant);
-    connect(m_client, &Client::newMessage, this, &NetzSteuerung::appendMessage);
     connect(m_client, &Client::participantLeft, this, &NetzSteuerung::rechnerAbmeldung);
-    // The last IPv4 address that is not loopback names this table in every message.
-    for (const QHostAddress &adresse : QNetworkInterface::allAddresses())
-        if (!adresse.isLoopback() && adresse.protocol() == QAbstractSocket::IPv4Protocol)
-            m_eigeneAdresse = adresse.toString();
-    // A machine without a network still pairs a second window on itself: the
-    // link names such a neighbour by loopback, so this table does too.
-    if (m_eigeneAdresse.isEmpty())
-        m_eigeneAdresse = QHostAddress(QHostAddress::LocalHost).toString();
-    m_tischVonAdresse.insert(m_eigeneAdresse, m_ui.spbTischNr->value());
+    m_eigeneAdresse = m_client->ownAddress();
+    connect(m_client, &Client::ownAddressChanged, this, [this](const QString &adresse) {
+        if (m_managerId.isEmpty())
+            m_eigeneAdresse = adresse;
+    });
+    connect(m_client, &Client::messageRejected, this, [this] {
+        status(QStringLiteral("%1 Nachrichten ohne gueltigen Schluessel verworfen")
+                   .arg(m_client->rejectedMessages()));
+    });
+    connect(m_paarung, &Paarung::geaendert, this, [this] {
+        const bool vorher = m_ergebnisseErlaubt;
+        m_ergebnisseErlaubt = m_paarung->ergebnisseErlaubt();
+        if (m_ergebnisseErlaubt && !vorher)
+            emit ergebnisseGefragt();
+    });
+
+    m_ui.leTurnierschluessel->setText(m_einstellungen.turnierschluessel());
+    m_client->setKey(m_einstellungen.turnierschluessel().toUtf8());
+    connect(m_ui.leTurnierschluessel, &QLineEdit::editingFinished, this,
+            [this] { m_einstellungen.turnierschluesselSetzen(m_ui.leTurnierschluessel->text()); });
+    connect(&m_einstellungen, &Einstellungen::turnierschluesselGeaendert, this,
+            &NetzSteuerung::schluesselSetzen);
+
     m_ui.pbAnfordern->hide();
     connect(m_ui.pbAnfordern, &QPushButton::clicked, this, &NetzSteuerung::spielerdatenAnfordern);
     connect(&m_dienst, &ListenDienst::geaendert, this, &NetzSteuerung::listeGeaendert);
+    empfangSchalten();
 }
 
 NetzSteuerung::~NetzSteuerung() = default;
@@ -66,6 +89,28 @@ void NetzSteuerung::status(const QString &text)
     m_fenster->statusBar()->showMessage(text);
 }
 
+void NetzSteuerung::schluesselSetzen(const QString &schluessel)
+{
+    m_ui.leTurnierschluessel->setText(schluessel);
+    m_client->setKey(schluessel.toUtf8());
+    status(schluessel.isEmpty() ? QStringLiteral("Nachrichten ohne Turnierschluessel")
+                                : QStringLiteral("Nachrichten mit Turnierschluessel"));
+}
+
+void NetzSteuerung::empfangSchalten()
+{
+    // Messages are taken in tournament mode only, and not with the WLAN switched off.
+    const bool an = m_wlan && m_dienst.kopf().modus == Spielmodus::Turnier;
+    if (an == static_cast<bool>(m_empfang))
+        return;
+    if (an) {
+        m_empfang = connect(m_client, &Client::newMessage, this, &NetzSteuerung::appendMessage);
+    } else {
+        disconnect(m_empfang);
+        m_empfang = {};
+    }
+}
+
 void NetzSteuerung::senden(int typ, const QString &adresse, const QStringList &inhalt)
 {
     Nachricht nachricht;
@@ -76,6 +121,28 @@ void NetzSteuerung::senden(int typ, const QString &adresse, const QStringList &i
     m_client->sendMessage(nachricht.text());
 }
 
+void NetzSteuerung::hinweisZeigen(Hinweis art, const QString &text)
+{
+    // A flood of such messages must not stack boxes the scorer has to click away.
+    const int kind = static_cast<int>(art);
+    if (m_offeneHinweise.contains(kind)) {
+        status(QString(text).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+        return;
+    }
+    m_offeneHinweise.insert(kind);
+    QMessageBox::information(m_fenster, QStringLiteral("INFO"), text);
+    m_offeneHinweise.remove(kind);
+}
+
+void NetzSteuerung::abweisen(const QString &von, const Nachricht &n, const QString &grund)
+{
+    ++m_abgewiesen;
+    status(QStringLiteral("%1 Nachrichten abgewiesen, zuletzt Typ %2 von %3: %4")
+               .arg(m_abgewiesen)
+               .arg(n.typ)
+               .arg(von.left(80), grund));
+}
+
 void NetzSteuerung::appendMessage(const QString &von, const QString &text)
 {
     if (von.isEmpty() || text.isEmpty())
@@ -83,166 +150,182 @@ void NetzSteuerung::appendMessage(const QString &von, const QString &text)
     const std::optional<Nachricht> nachricht = Nachricht::lesen(text);
     if (!nachricht || nachricht->typ == Nachricht::Unlesbar)
         return;
-    if (von.startsWith(Tabulor))
+    const ListenKopf &kopf = m_dienst.kopf();
+    Empfang::Lage lage;
+    lage.managerId = m_managerId;
+    lage.anMich =
+        nachricht->adresse == m_eigeneAdresse ||
+        (vonPartnerAdressiert(nachricht->typ) && nachricht->adresse == m_client->localAddress(von));
+    lage.gruppe = kopf.gruppe;
+    lage.tischNr = eigeneTischNr();
+    lage.serie = kopf.serie;
+    lage.spieler = m_dienst.listenTyp();
+    lage.paarung = m_paarung;
+    const Empfang::Urteil urteil = Empfang::pruefen(von, *nachricht, lage);
+    if (urteil.art == Empfang::Urteil::Abweisen)
+        abweisen(von, *nachricht, urteil.grund);
+    else if (urteil.art == Empfang::Urteil::Annehmen && von == m_managerId)
         vomManager(*nachricht);
-    else if (von.startsWith(Tischprogramm))
-        vonTisch(Kennung::aus(von).adresse, *nachricht);
+    else if (urteil.art == Empfang::Urteil::Annehmen)
+        vonTisch(von, *nachricht);
 }
 
 void NetzSteuerung::vomManager(const Nachricht &n)
 {
-    const bool anMich = n.adresse == m_eigeneAdresse;
     switch (n.typ) {
     case Nachricht::TischVergeben:
-        if (anMich)
-            QMessageBox::information(
-                m_fenster, QStringLiteral("INFO"),
-                QStringLiteral("Tisch %1 ist schon vergeben!").arg(n.inhalt.value(0).toInt()));
+        hinweisZeigen(
+            Hinweis::TischVergeben,
+            QStringLiteral("Tisch %1 ist schon vergeben!").arg(n.inhalt.value(0).toInt()));
         break;
     case Nachricht::SpielerListe:
         // A second list takes its players from its first list only.
-        if (m_paarung.gepaarterTisch == 0)
+        if (!m_paarung->istZweitliste())
             emit spielerListe(n.inhalt);
         break;
-    case Nachricht::Auslosung: {
-        if (!anMich)
-            break;
-        emit gruppe(n.gruppe);
-        const QStringList sitze = n.inhalt.mid(2);
-        if (n.inhalt.value(0).toInt() != eigeneTischNr() || sitze.size() < 3) {
-            QMessageBox::information(
-                m_fenster, QStringLiteral("INFO"),
-                QStringLiteral("Auslosung noch nicht abgeschlossen\noder Tisch %1 nicht vorhanden!")
-                    .arg(eigeneTischNr()));
-            break;
-        }
-        emit auslosung(n.inhalt.value(0).toInt(), n.inhalt.value(1).toInt(), sitze);
+    case Nachricht::Auslosung:
+        auslosungPruefen(n);
         break;
-    }
     case Nachricht::Kosten:
         // Table, series and count are checked where the values go.
-        if (anMich && n.gruppe == m_dienst.kopf().gruppe)
-            emit kosten(n.inhalt);
+        emit kosten(n.inhalt);
         break;
     default:
         break;
     }
 }
 
-void NetzSteuerung::vonTisch(const QString &absender, const Nachricht &n)
+void NetzSteuerung::auslosungPruefen(const Nachricht &n)
 {
-    const bool anMich = n.adresse == m_eigeneAdresse;
+    emit gruppe(n.gruppe);
+    // While the "Neu" page is open the draw answers what it asked for, on a
+    // fresh list too; otherwise it is for the list's own table.
+    const bool neuOffen = m_ui.tabWidget->indexOf(m_ui.tabNeu) >= 0;
+    const int tisch = neuOffen ? m_ui.leNeuTischNr->text().toInt() : eigeneTischNr();
+    const QStringList sitze = n.inhalt.mid(2);
+    const bool passt = n.inhalt.value(0).toInt() == tisch && sitze.size() >= 3 &&
+                       (!neuOffen || n.inhalt.value(1).toInt() == m_ui.leNeuSerie->text().toInt());
+    if (!passt) {
+        hinweisZeigen(
+            Hinweis::Auslosung,
+            QStringLiteral("Auslosung noch nicht abgeschlossen\noder Tisch %1 nicht vorhanden!")
+                .arg(tisch));
+        return;
+    }
+    emit auslosung(tisch, n.inhalt.value(1).toInt(), sitze);
+}
+
+void NetzSteuerung::vonTisch(const QString &von, const Nachricht &n)
+{
     switch (n.typ) {
     case Nachricht::Ergebnisse:
-        // One table's results, one per player. Thousands of names are no
-        // table's and took the ranking minutes to take in.
-        if (n.inhalt.size() <= 4)
-            emit ergebnisseEmpfangen(n.inhalt);
+        emit ergebnisseEmpfangen(n.inhalt);
         break;
     case Nachricht::ZweitlisteAnfrage:
-        zweitlisteAnfrage(n);
+        zweitlisteAnfrage(von);
         break;
     case Nachricht::ZweitlisteSpieler:
-        // Table, series, at most four players and the end mark: registering
-        // thousands of players one by one froze the window.
-        if (anMich && m_paarung.gepaarterTisch != 0 && n.inhalt.size() <= 7) {
-            emit zweitlisteSpieler(absender, n.inhalt);
-            emit gruppe(n.gruppe);
-        }
+        emit zweitlisteSpieler(von, n.inhalt);
+        emit gruppe(n.gruppe);
         break;
     case Nachricht::ZweitlisteAbgelehnt:
-        if (anMich && n.inhalt.size() == 2) {
-            // A first list gives a short reason; a box took seconds per
-            // megabyte to lay out a long one.
-            QMessageBox::information(m_fenster, QStringLiteral("INFO"), n.inhalt.at(1).left(200));
-            m_paarung.aufheben();
-            m_ui.actionVerbinden->setEnabled(true);
-        }
+        m_paarung->aufheben();
+        m_ui.actionVerbinden->setEnabled(true);
+        // A first list gives a short reason; a box took seconds per megabyte to lay out.
+        hinweisZeigen(Hinweis::Abgelehnt, n.inhalt.at(1).left(200));
         break;
     case Nachricht::ZweitlisteAbgemeldet:
-        if (anMich) {
-            QMessageBox::information(m_fenster, QStringLiteral("INFO"),
-                                     QStringLiteral("ZweitListe hat sich abgemeldet."));
-            m_paarung.hatZweitliste = false;
-            m_paarung.wartet = false;
-            m_paarung.zweitlisteAdresse.clear();
-            m_ui.actionVerbinden->setEnabled(true);
-        }
+        m_paarung->trennen();
+        m_ui.actionVerbinden->setEnabled(true);
+        hinweisZeigen(Hinweis::Abgemeldet, QStringLiteral("ZweitListe hat sich abgemeldet."));
         break;
-    case Nachricht::TischNummer:
-        if (m_tischVonAdresse.contains(absender))
-            m_tischVonAdresse[absender] = n.inhalt.value(0).toInt();
+    case Nachricht::TischNummer: {
+        const QString adresse = Kennung::aus(von).adresse;
+        if (m_tischVonAdresse.contains(adresse))
+            m_tischVonAdresse[adresse] = n.inhalt.value(0).toInt();
         break;
+    }
     case Nachricht::Zeile:
-        if (m_paarung.gepaarterTisch != 0 && n.inhalt.size() == 20 &&
-            n.inhalt.at(0).toInt() == m_paarung.gepaarterTisch &&
-            n.inhalt.at(1).toInt() == m_dienst.kopf().serie && n.gruppe == m_dienst.kopf().gruppe)
-            emit ersteListeZeile(n.inhalt);
+        emit ersteListeZeile(n.inhalt);
         break;
     case Nachricht::ZeileKopie:
-        if (anMich && n.gruppe == m_dienst.kopf().gruppe)
-            emit ersteListeKopie(n.inhalt);
+        emit ersteListeKopie(n.inhalt);
         break;
     default:
         break;
     }
 }
 
-void NetzSteuerung::zweitlisteAnfrage(const Nachricht &n)
+void NetzSteuerung::zweitlisteAnfrage(const QString &von)
 {
+    // The answer goes where the request came from, whatever its text claims.
+    const QString antwortAn = Kennung::aus(von).adresse;
     const int tischNr = eigeneTischNr();
-    if (n.inhalt.value(0).toInt() != tischNr)
-        return;
     const QString tisch = QString::number(tischNr);
-    if (m_paarung.hatZweitliste) {
-        senden(Nachricht::ZweitlisteAbgelehnt, n.adresse,
+    if (m_paarung->hatZweitliste()) {
+        senden(Nachricht::ZweitlisteAbgelehnt, antwortAn,
                {tisch, QStringLiteral("Tisch %1 hat schon Zweitliste!").arg(tischNr)});
-        m_paarung.gepaarterTisch = 0;
+        m_paarung->anfrageVergessen();
         return;
     }
-    if (m_paarung.wartet)
+    if (m_paarung->wartet())
         return;
     if (m_dienst.spiele().isEmpty() && m_ui.pbStartSpiel->isEnabled()) {
-        senden(Nachricht::ZweitlisteAbgelehnt, n.adresse,
+        senden(Nachricht::ZweitlisteAbgelehnt, antwortAn,
                {tisch, QStringLiteral("Protokoll in Erstliste wurde noch nicht gestartet!")});
         return;
     }
-    m_paarung.hatZweitliste = true;
-    m_paarung.wartet = true;
-    m_paarung.zweitlisteAdresse = n.adresse;
+    m_paarung->zweitlisteAngenommen(von);
     QStringList spieler{tisch, QString::number(m_dienst.kopf().serie)};
     for (const Teilnehmer &t : m_dienst.teilnehmer())
         spieler << QStringLiteral("%1|%2|%3|%4").arg(t.mgldNr).arg(t.name, t.mitglied, t.preisskat);
     spieler << QStringLiteral("SpielerEnde");
-    senden(Nachricht::ZweitlisteSpieler, m_paarung.zweitlisteAdresse, spieler);
+    senden(Nachricht::ZweitlisteSpieler, antwortAn, spieler);
     m_ui.actionVerbinden->setEnabled(false);
     for (const SpielEintrag &spiel : m_dienst.spiele())
-        senden(Nachricht::ZeileKopie, m_paarung.zweitlisteAdresse,
-               Kartulo::mapFromSpiel(alsTupel(spiel)));
+        senden(Nachricht::ZeileKopie, antwortAn, Kartulo::mapFromSpiel(alsTupel(spiel)));
 }
 
 void NetzSteuerung::newParticipant(const QString &kennung)
 {
     const Kennung teilnehmer = Kennung::aus(kennung);
-    if (teilnehmer.name != Tischprogramm && teilnehmer.name != Tabulor)
-        return;
-    if (m_tischVonAdresse.contains(teilnehmer.adresse) && teilnehmer.name == Tischprogramm)
-        return;
-    if (teilnehmer.name == Tabulor) {
-        if (m_managerVerbunden)
+    if (teilnehmer.name == Empfang::managerProgramm()) {
+        if (!m_managerId.isEmpty()) {
+            // The first manager stays the one; another is named once.
+            if (kennung != m_managerId && !m_fremdeManager.contains(kennung)) {
+                m_fremdeManager.insert(kennung);
+                status(QStringLiteral("Weiterer Tabulor %1 wird nicht beachtet.").arg(kennung));
+            }
             return;
+        }
+        m_managerId = kennung;
+        const QString lokal = m_client->localAddress(kennung);
+        if (!lokal.isEmpty())
+            m_eigeneAdresse = lokal;
+        const bool erstmals = !m_managerAdressen.contains(teilnehmer.adresse);
+        m_managerAdressen.insert(teilnehmer.adresse);
         status(QStringLiteral("Verbunden Tabulor %1").arg(teilnehmer.adresse));
-        m_managerVerbunden = true;
         steuerelementeTauschen(true);
-        const int index = m_ui.tabWidget->indexOf(m_ui.tabSpielstaende);
-        if (index < 0)
-            m_ui.tabWidget->insertTab(4, m_ui.tabSpielstaende, QStringLiteral("Spielstaende"));
-        m_ui.tabWidget->setTabEnabled(m_ui.tabWidget->indexOf(m_ui.tabSpielstaende), true);
-        m_ui.tabWidget->setCurrentWidget(m_ui.tabSpielstaende);
+        // Only the first manager of the evening clears the ranking and takes
+        // the scorer there; one coming back leaves the scorer where they are.
+        if (erstmals) {
+            if (m_ui.tabWidget->indexOf(m_ui.tabSpielstaende) < 0)
+                m_ui.tabWidget->insertTab(4, m_ui.tabSpielstaende, QStringLiteral("Spielstaende"));
+            m_ui.tabWidget->setTabEnabled(m_ui.tabWidget->indexOf(m_ui.tabSpielstaende), true);
+            m_ui.tabWidget->setCurrentWidget(m_ui.tabSpielstaende);
+            emit managerErstmals();
+        }
         m_ui.menuZweitliste->setEnabled(true);
         emit managerGeaendert(true);
+        // The manager's standings are whole again without waiting for a game.
+        tischNummerSenden();
+        m_gesendet.clear();
+        emit ergebnisseGefragt();
         return;
     }
+    if (teilnehmer.name != Empfang::tischProgramm() ||
+        m_tischVonAdresse.contains(teilnehmer.adresse))
+        return;
     qDebug() << "Neuer Participant";
     status(QStringLiteral("Kontakt zu anderen Protokollen."));
     m_tischVonAdresse.insert(teilnehmer.adresse, 0);
@@ -251,20 +334,23 @@ void NetzSteuerung::newParticipant(const QString &kennung)
 void NetzSteuerung::rechnerAbmeldung(const QString &kennung)
 {
     const Kennung teilnehmer = Kennung::aus(kennung);
-    if (teilnehmer.name == Tabulor && m_managerVerbunden) {
+    if (kennung == m_managerId) {
         qDebug() << "Participant abgemeldet" << teilnehmer.name;
         status(QStringLiteral("Getrennt Tabulor."));
-        m_managerVerbunden = false;
+        m_managerId.clear();
+        m_eigeneAdresse = m_client->ownAddress();
         steuerelementeTauschen(false);
         emit managerGeaendert(false);
         return;
     }
-    if (teilnehmer.name == Tischprogramm && teilnehmer.adresse != m_eigeneAdresse &&
-        m_tischVonAdresse.remove(teilnehmer.adresse) > 0) {
+    const bool unbekannt = teilnehmer.name != Empfang::tischProgramm() &&
+                           teilnehmer.name != Empfang::managerProgramm();
+    const bool tischGeht = teilnehmer.name == Empfang::tischProgramm() &&
+                           m_tischVonAdresse.remove(teilnehmer.adresse) > 0;
+    if (tischGeht)
         qDebug() << "Participant abgemeldet" << teilnehmer.name;
-        if (!m_managerVerbunden && m_tischVonAdresse.size() <= 1)
-            status(QStringLiteral("Kein Kontakt zu anderen Protokollen."));
-    }
+    if ((unbekannt || tischGeht) && m_managerId.isEmpty() && m_tischVonAdresse.isEmpty())
+        status(QStringLiteral("Kein Kontakt zu anderen Protokollen."));
 }
 
 void NetzSteuerung::steuerelementeTauschen(bool manager)
@@ -298,11 +384,8 @@ void NetzSteuerung::onWlanBenutzen(bool benutzen)
     if (benutzen == m_wlan)
         return;
     m_wlan = benutzen;
-    if (benutzen)
-        connect(m_client, &Client::newMessage, this, &NetzSteuerung::appendMessage);
-    else
-        disconnect(m_client, &Client::newMessage, this, &NetzSteuerung::appendMessage);
-    steuerelementeTauschen(m_managerVerbunden);
+    empfangSchalten();
+    steuerelementeTauschen(!m_managerId.isEmpty());
 }
 
 void NetzSteuerung::tischNummerSenden()
@@ -312,25 +395,27 @@ void NetzSteuerung::tischNummerSenden()
 
 void NetzSteuerung::ergebnisseSenden(const QStringList &ergebnisse)
 {
-    if (!ergebnisse.isEmpty())
-        senden(Nachricht::Ergebnisse, m_eigeneAdresse, ergebnisse);
+    if (!m_ergebnisseErlaubt || ergebnisse.isEmpty() || ergebnisse == m_gesendet)
+        return;
+    m_gesendet = ergebnisse;
+    senden(Nachricht::Ergebnisse, m_eigeneAdresse, ergebnisse);
 }
 
 void NetzSteuerung::listeGeaendert(const ListenAenderung &aenderung)
 {
+    if (aenderung.art == ListenAenderung::ListeNeu || aenderung.art == ListenAenderung::Kopf)
+        empfangSchalten();
     if (aenderung.art == ListenAenderung::ListeNeu) {
-        if (m_ui.spbTischNr->value() != 0)
-            m_tischVonAdresse[m_eigeneAdresse] = m_ui.spbTischNr->value();
         tischNummerSenden();
         return;
     }
-    if (aenderung.art == ListenAenderung::SpielNeu &&
-        m_dienst.kopf().modus == Spielmodus::Turnier && !m_dienst.spiele().isEmpty()) {
-        zeileSenden(m_dienst.spiele().last());
+    // A second list's games are the first list's: they are not sent as its own.
+    if (m_dienst.kopf().modus != Spielmodus::Turnier || m_paarung->istZweitliste())
         return;
-    }
-    // A corrected game goes to the second list again, to be compared anew.
-    if (aenderung.art == ListenAenderung::SpielGeaendert && m_paarung.hatZweitliste)
+    if (aenderung.art == ListenAenderung::SpielNeu && !m_dienst.spiele().isEmpty())
+        zeileSenden(m_dienst.spiele().last());
+    // A corrected game goes out again; a second list compares it anew.
+    if (aenderung.art == ListenAenderung::SpielGeaendert)
         if (const std::optional<SpielEintrag> spiel = m_dienst.spiel(aenderung.zeile))
             zeileSenden(*spiel);
 }
@@ -339,9 +424,8 @@ void NetzSteuerung::zeileSenden(const SpielEintrag &spiel)
 {
     // Every game goes out; only the paired second list takes it, the others see
     // a row that is not addressed to them.
-    const QString adresse = m_paarung.hatZweitliste && !m_paarung.zweitlisteAdresse.isEmpty()
-                                ? m_paarung.zweitlisteAdresse
-                                : m_eigeneAdresse;
+    const QString adresse =
+        m_paarung->istErsteListe() ? m_paarung->zweitlisteAdresse() : m_eigeneAdresse;
     QStringList inhalt{QString::number(eigeneTischNr()), QString::number(m_dienst.kopf().serie),
                        QString::number(spiel[SpielEintrag::Zeile])};
     inhalt << Kartulo::mapFromSpiel(alsTupel(spiel));
@@ -350,7 +434,7 @@ void NetzSteuerung::zeileSenden(const SpielEintrag &spiel)
 
 bool NetzSteuerung::rundenEndeFragen()
 {
-    if (!m_managerVerbunden) {
+    if (m_managerId.isEmpty()) {
         QMessageBox::information(m_fenster, QStringLiteral("INFORMATION"),
                                  QStringLiteral("Rundenende erreicht!"));
         return false;

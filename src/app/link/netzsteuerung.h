@@ -1,18 +1,22 @@
 #pragma once
 
 // The table's link to the tournament manager and to the other tables: who is
-// there, what arrives and what this table sends. Messages from the manager
-// (player list, draw, costs) and from other tables (results, table numbers,
-// second-list requests) are checked here and handed on as what they mean;
-// the window's parts send through it.
+// there, what arrives and what this table sends. Each message is taken only
+// from the participant it may come from, in the state it belongs to
+// (core/link/empfang.h), and handed on as what it means; what is refused is
+// counted in the status line, never boxed. The window's parts send through it.
 
 #include <QMap>
+#include <QMetaObject>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
 class Client;
+class Einstellungen;
 class ListenDienst;
+class Paarung;
 class QMainWindow;
 struct ListenAenderung;
 struct Nachricht;
@@ -22,41 +26,24 @@ namespace Ui {
 class MainWindow;
 }
 
-// Who is paired with whom: a first list with the second list that copies it,
-// or a second list with the first list it copies.
-struct Paarung
-{
-    int gepaarterTisch = 0; // second list: the first list's table; 0 when not a second list
-    int letzterTisch = 0;   // second list: the table of the last pairing kept as a copy
-    bool hatZweitliste = false;
-    bool wartet = false;
-    QString zweitlisteAdresse; // first list: where the rows go
-    QString ersteListeAdresse; // second list: where the sign-off goes
-
-    // Unpaired; the table of a kept copy is remembered.
-    void aufheben()
-    {
-        const int letzter = letzterTisch;
-        *this = Paarung();
-        letzterTisch = letzter;
-    }
-};
-
 class NetzSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst);
+    NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
+                  Einstellungen &einstellungen);
     ~NetzSteuerung() override;
 
-    Client *client() const { return m_client; }
+    // The address this table goes by: the local end of its connection to the
+    // manager, before that the address of the interface its beacons go out on.
     QString eigeneAdresse() const { return m_eigeneAdresse; }
-    bool managerVerbunden() const { return m_managerVerbunden; }
     bool wlanBenutzt() const { return m_wlan; }
-    // Table number known for each participant's address, this table's included.
+    // Table number known for each other table's address.
     const QMap<QString, int> &tischVonAdresse() const { return m_tischVonAdresse; }
-    Paarung &paarung() { return m_paarung; }
+    Paarung &paarung() { return *m_paarung; }
+    // Messages refused since the start: wrong sender, wrong state, too much.
+    int abgewiesen() const { return m_abgewiesen; }
 
     void appendMessage(const QString &von, const QString &text);
     void newParticipant(const QString &kennung);
@@ -66,8 +53,9 @@ public:
 
     // Tells everybody this table's number (on opening the list, after a new one).
     void tischNummerSenden();
-    // The results of this table, one "name|table|series|points|won|lost|costs|-|place"
-    // per player.
+    // This table's results, one "name|table|series|points|won|lost|costs|-|number"
+    // per player; sent when they differ from the last sent, and not while a
+    // pairing holds them back.
     void ergebnisseSenden(const QStringList &ergebnisse);
     // At the end of a round: with a manager, asks whether to send the sheet;
     // true when the scorer wants it. Without one only says that the round ended.
@@ -91,25 +79,52 @@ signals:
     void ersteListeZeile(const QStringList &inhalt);
     void ersteListeKopie(const QStringList &inhalt);
     void managerGeaendert(bool verbunden);
+    // The manager came from an address not seen before in this run: the
+    // ranking starts afresh. After a restart or a dropped WLAN it is kept.
+    void managerErstmals();
+    // This table's results are wanted again: a manager came, or a pairing
+    // that held them back ended.
+    void ergebnisseGefragt();
 
 private:
+    enum class Hinweis
+    {
+        TischVergeben,
+        Auslosung,
+        Abgelehnt,
+        Abgemeldet
+    };
+
     void listeGeaendert(const ListenAenderung &aenderung);
     void vomManager(const Nachricht &nachricht);
-    void vonTisch(const QString &adresse, const Nachricht &nachricht);
-    void zweitlisteAnfrage(const Nachricht &nachricht);
+    void vonTisch(const QString &von, const Nachricht &nachricht);
+    void auslosungPruefen(const Nachricht &nachricht);
+    void zweitlisteAnfrage(const QString &von);
     void zeileSenden(const SpielEintrag &spiel);
     void steuerelementeTauschen(bool manager);
+    void empfangSchalten();
+    void schluesselSetzen(const QString &schluessel);
+    // A box of that kind, unless one is open: then the text goes to the status line.
+    void hinweisZeigen(Hinweis art, const QString &text);
+    void abweisen(const QString &von, const Nachricht &nachricht, const QString &grund);
     int eigeneTischNr() const;
     void status(const QString &text);
 
     QMainWindow *m_fenster;
     Ui::MainWindow &m_ui;
     ListenDienst &m_dienst;
+    Einstellungen &m_einstellungen;
     Client *m_client = nullptr;
+    Paarung *m_paarung = nullptr;
+    QMetaObject::Connection m_empfang;
     QString m_eigeneAdresse;
     QMap<QString, int> m_tischVonAdresse;
-    bool m_managerVerbunden = false;
+    QString m_managerId;
+    QSet<QString> m_managerAdressen;
+    QSet<QString> m_fremdeManager;
     bool m_wlan = true;
-
-    Paarung m_paarung;
+    bool m_ergebnisseErlaubt = true;
+    QStringList m_gesendet;
+    int m_abgewiesen = 0;
+    QSet<int> m_offeneHinweise;
 };

@@ -5,6 +5,7 @@
 #include "app/widgets/werkzeugleiste.h"
 #include "core/files/spielerdatei.h"
 #include "core/link/nachricht.h"
+#include "core/link/paarung.h"
 #include "core/service/listendienst.h"
 #include "ui_mainwindow.h"
 
@@ -78,7 +79,7 @@ ZweitlisteSteuerung::~ZweitlisteSteuerung()
 void ZweitlisteSteuerung::startZweitProtokoll()
 {
     const Paarung &paarung = m_netz.paarung();
-    if (paarung.gepaarterTisch > 0 || paarung.hatZweitliste) {
+    if (paarung.gepaarterTisch() > 0 || paarung.hatZweitliste()) {
         QMessageBox::information(m_fenster, QStringLiteral("INFO"),
                                  QStringLiteral("Zweitliste ist schon gesetzt!"));
         return;
@@ -106,7 +107,7 @@ void ZweitlisteSteuerung::onZweitListenTischNrOk()
         return;
     }
     m_netz.senden(Nachricht::ZweitlisteAnfrage, m_netz.eigeneAdresse(), {QString::number(tischNr)});
-    m_netz.paarung().gepaarterTisch = tischNr;
+    m_netz.paarung().anfragen(tischNr);
     m_dock->entfernen();
 }
 
@@ -118,10 +119,7 @@ void ZweitlisteSteuerung::onZweitListenTischNrAbbruch()
 
 void ZweitlisteSteuerung::starteZweitListe(const QString &ersteListe, const QStringList &inhalt)
 {
-    Paarung &paarung = m_netz.paarung();
-    paarung.hatZweitliste = true;
-    paarung.wartet = true;
-    paarung.ersteListeAdresse = ersteListe;
+    m_netz.paarung().ersteListeGefunden(ersteListe);
     m_leiste.lblListe->setText(QStringLiteral("Zweitliste Tisch %1").arg(inhalt.value(0)));
     for (const QString &spieler : inhalt.mid(2)) {
         if (spieler == QLatin1String("SpielerEnde"))
@@ -143,10 +141,11 @@ void ZweitlisteSteuerung::zeileEmpfangen(const QStringList &inhalt)
 
 void ZweitlisteSteuerung::kopieEmpfangen(const QStringList &inhalt)
 {
-    SpielEintrag spiel;
-    for (int i = 0; i < 17; ++i)
-        spiel.setze(static_cast<S::Spalte>(S::Spiel + i), inhalt.value(i).toInt());
-    const EintragErgebnis ergebnis = m_dienst.spielEintragen(spiel);
+    // The link took only a row that is a game of this list.
+    const std::optional<SpielEintrag> spiel = Nachricht::spielAus(inhalt, 0);
+    if (!spiel)
+        return;
+    const EintragErgebnis ergebnis = m_dienst.spielEintragen(*spiel);
     if (ergebnis.art == EintragErgebnis::Fehler)
         QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"), ergebnis.fehler);
 }
@@ -172,30 +171,26 @@ void ZweitlisteSteuerung::CheckRecordGegenRecordVonErsterListe()
 void ZweitlisteSteuerung::onZweitListeFreigeben(bool fragen)
 {
     Paarung &paarung = m_netz.paarung();
-    if (paarung.gepaarterTisch <= 0)
+    if (paarung.gepaarterTisch() <= 0)
         return;
     if (fragen &&
         QMessageBox::question(
             m_fenster, QStringLiteral("FRAGE"),
-            QStringLiteral("Zweitliste %1 wieder freigeben?").arg(paarung.ersteListeAdresse),
+            QStringLiteral("Zweitliste %1 wieder freigeben?").arg(paarung.ersteListeAdresse()),
             QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
-    m_netz.senden(Nachricht::ZweitlisteAbgemeldet, paarung.ersteListeAdresse, {});
-    paarung.hatZweitliste = false;
-    paarung.wartet = false;
-    paarung.ersteListeAdresse.clear();
-    paarung.zweitlisteAdresse.clear();
+    m_netz.senden(Nachricht::ZweitlisteAbgemeldet, paarung.ersteListeAdresse(), {});
+    paarung.trennen();
     if (fragen) {
         if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
                                   QStringLiteral("Soll Protokoll geleert werden?"),
                                   QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes) {
             clearProtokoll(true);
         } else {
-            m_ui.spbTischNr->setValue(paarung.gepaarterTisch);
+            m_ui.spbTischNr->setValue(paarung.gepaarterTisch());
             m_leiste.lblListe->setText(
-                QStringLiteral("Kopie von Tisch %1").arg(paarung.gepaarterTisch));
-            paarung.letzterTisch = paarung.gepaarterTisch;
-            paarung.gepaarterTisch = 0;
+                QStringLiteral("Kopie von Tisch %1").arg(paarung.gepaarterTisch()));
+            paarung.alsKopieBehalten();
         }
     }
     m_ui.actionVerbinden->setEnabled(true);
@@ -205,31 +200,27 @@ void ZweitlisteSteuerung::onZweitListeFreigeben(bool fragen)
 void ZweitlisteSteuerung::onClearProtokoll()
 {
     Paarung &paarung = m_netz.paarung();
-    if (paarung.gepaarterTisch > 0) {
+    if (paarung.gepaarterTisch() > 0) {
         if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
                                   QStringLiteral("Zweitliste Leeren?"),
                                   QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
             return;
         onZweitListeFreigeben(false);
         clearProtokoll(true);
-    } else if (paarung.hatZweitliste) {
+    } else if (paarung.hatZweitliste()) {
         if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
                                   QStringLiteral("Trennung von Zweitliste?"),
                                   QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
             return;
         // Dropped here only; the second list is not told.
-        paarung.hatZweitliste = false;
-        paarung.wartet = false;
-        paarung.zweitlisteAdresse.clear();
-        paarung.ersteListeAdresse.clear();
+        paarung.trennen();
         m_ui.actionVerbinden->setEnabled(true);
     }
 }
 
 void ZweitlisteSteuerung::clearProtokoll(bool leeren)
 {
-    Paarung &paarung = m_netz.paarung();
-    paarung.aufheben();
+    m_netz.paarung().aufheben();
     m_pruefTimer.stop();
     m_ui.actionVerbinden->setEnabled(true);
     if (!leeren)

@@ -250,9 +250,19 @@ void BlattSteuerung::kostenVomManager(const QStringList &werte)
         werte.at(1).toInt() != kopf.serie)
         return;
     const QStringList felder = werte.at(2).split(QLatin1Char('|'));
-    // Each field's edit stores its value, as if typed; the twelfth is the club name.
-    for (int i = 0; i < static_cast<int>(alleKosten.size()) && i < felder.size(); ++i)
-        kostenFeld(alleKosten.at(static_cast<size_t>(i)).wert)->setText(felder.at(i));
+    // Each field's edit stores its value, as if typed; the twelfth is the club
+    // name. Money comes with a point or a comma and any number of zeros
+    // ("0,50"); the field takes its one decimal.
+    for (int i = 0; i < static_cast<int>(alleKosten.size()) && i < felder.size(); ++i) {
+        const KostenFeld &e = alleKosten.at(static_cast<size_t>(i));
+        QString text = felder.at(i).trimmed();
+        bool zahl = false;
+        const double betrag =
+            QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&zahl);
+        if (e.geld && zahl)
+            text = Kostenrechnung::geldText(betrag);
+        kostenFeld(e.wert)->setText(text);
+    }
     if (felder.size() > 11)
         m_einstellungen.vereinsnameSetzen(felder.at(11));
 }

@@ -45,6 +45,8 @@ public:
     // has no sheet to hand in, was asked for.
     QString pdfSpeichern(bool frageDateiname);
     QString pdfPfad() const;
+    // The account once more, so its results go out again.
+    void neuBerechnen() { fuellen(); }
 
 signals:
     // Each player's result after every change of the account, in tournament mode.
