@@ -1,6 +1,7 @@
 #include "app/ranking/ranglistensteuerung.h"
 
 #include "app/ranking/leinwandansicht.h"
+#include "app/ranking/ranglistendelegate.h"
 #include "app/sheets/treeview.h"
 #include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
@@ -35,6 +36,7 @@ RanglistenSteuerung::RanglistenSteuerung(QMainWindow *fenster, Ui::MainWindow &u
     m_ansicht = new TreeView(m_ui.tabSpielstaende);
     m_ansicht->setObjectName(QStringLiteral("tvRangliste"));
     m_ansicht->setModel(m_proxy);
+    m_ansicht->setItemDelegate(new RanglistenDelegate(m_ansicht));
     auto *knoepfe = new QHBoxLayout;
     const auto knopf = [&](const QString &name, const QString &text, auto slot) {
         auto *k = new QPushButton(text, m_ui.tabSpielstaende);

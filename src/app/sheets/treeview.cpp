@@ -12,6 +12,9 @@ TreeView::TreeView(QWidget *parent) : QTreeView(parent)
     sortByColumn(-1, Qt::AscendingOrder);
     setDragDropMode(QAbstractItemView::NoDragDrop);
     setRootIsDecorated(false);
+    // Every row is one line of text; a flood of results must not have the
+    // view measure each row anew.
+    setUniformRowHeights(true);
     header()->setSectionsMovable(false);
     header()->setSectionResizeMode(QHeaderView::Stretch);
 }
