@@ -489,23 +489,27 @@ void TstNetz::gesendet()
 }
 
 // A paired second list copies the first list's games but sends neither them
-// nor its results as its own: the ranking and the manager keep the first
-// list's numbers.
+// nor its results nor its sheet as its own: the ranking and the manager keep
+// the first list's numbers.
 void TstNetz::zweitlisteSendetNicht()
 {
-    laufendeListe();
+    QVERIFY(TestProtokoll::anlegen(4, 4, 0, 5));
     MeldungsBeantworter antworten;
     MainWindow fenster;
     Horcher horcher;
     QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
     vorbereiten(fenster, "Zweitliste");
+    fenster.newParticipant(Manager);
     fenster.appendMessage(Tisch, "14:127.0.0.1:$12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@0");
-    eingeben(&fenster, Spiel{"tbKreuz", 2, true, ""});
-    QCOMPARE(TestProtokoll::zeilen("SpielListe"), 2);
+    // Three more games fill the list: the sheet is the first list's to send.
+    for (const int sitz : {2, 3, 0})
+        eingeben(&fenster, Spiel{"tbKreuz", sitz, true, ""});
+    QCOMPARE(TestProtokoll::zeilen("SpielListe"), 4);
+    QVERIFY(antworten.texte.contains("Rundenende erreicht!"));
     fenster.onZweitListeFreigeben(false);
     QTRY_COMPARE(horcher.typ(11), QStringList({"11:10.0.0.12:$"}));
-    QCOMPARE(horcher.typ(7), QStringList());
-    QCOMPARE(horcher.typ(13), QStringList());
+    for (const int typ : {7, 13, 16, 17})
+        QCOMPARE(horcher.typ(typ), QStringList());
 }
 
 // The second list's request needs a table number, and only one pairing at a time.

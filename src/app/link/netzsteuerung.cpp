@@ -434,7 +434,8 @@ void NetzSteuerung::zeileSenden(const SpielEintrag &spiel)
 
 bool NetzSteuerung::rundenEndeFragen()
 {
-    if (m_managerId.isEmpty()) {
+    // A second list's sheet is the first list's again; the first list sends it.
+    if (m_managerId.isEmpty() || m_paarung->istZweitliste()) {
         QMessageBox::information(m_fenster, QStringLiteral("INFORMATION"),
                                  QStringLiteral("Rundenende erreicht!"));
         return false;

@@ -58,7 +58,8 @@ public:
     // pairing holds them back.
     void ergebnisseSenden(const QStringList &ergebnisse);
     // At the end of a round: with a manager, asks whether to send the sheet;
-    // true when the scorer wants it. Without one only says that the round ended.
+    // true when the scorer wants it. Without one, and on a second list, only
+    // says that the round ended.
     bool rundenEndeFragen();
     // The score sheet's PDF as its name and then its compressed content.
     void blattSenden(const QString &pdfPfad);

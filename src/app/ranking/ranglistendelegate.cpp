@@ -32,22 +32,21 @@ void RanglistenDelegate::paint(QPainter *maler, const QStyleOptionViewItem &opti
         m_texte.clear();
         m_schrift = zelle.font;
     }
-    auto gelegt = m_texte.find(text);
+    // A name too long for its column is cut with "…", as the view would; the
+    // cut text is kept for that width.
+    const QString schluessel = text + QChar(u'\0') + QString::number(feld.width());
+    auto gelegt = m_texte.find(schluessel);
     if (gelegt == m_texte.end()) {
-        QStaticText neu(text);
+        QString zeigen = text;
+        if (zelle.fontMetrics.horizontalAdvance(text) > feld.width())
+            zeigen = zelle.fontMetrics.elidedText(text, Qt::ElideRight, feld.width());
+        QStaticText neu(zeigen);
         neu.setTextFormat(Qt::PlainText);
         neu.prepare(QTransform(), zelle.font);
-        gelegt = m_texte.insert(text, neu);
+        gelegt = m_texte.insert(schluessel, neu);
     }
-    const QSizeF groesse = gelegt->size();
-    if (groesse.width() > feld.width()) {
-        // Too long for its column: cut with "…", as the view would.
-        maler->drawText(feld, int(zelle.displayAlignment),
-                        zelle.fontMetrics.elidedText(text, Qt::ElideRight, feld.width()));
-    } else {
-        const QRectF platz =
-            QStyle::alignedRect(zelle.direction, zelle.displayAlignment, groesse.toSize(), feld);
-        maler->drawStaticText(platz.topLeft(), *gelegt);
-    }
+    const QRectF platz =
+        QStyle::alignedRect(zelle.direction, zelle.displayAlignment, gelegt->size().toSize(), feld);
+    maler->drawStaticText(platz.topLeft(), *gelegt);
     maler->restore();
 }

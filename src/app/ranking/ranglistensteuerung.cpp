@@ -37,6 +37,10 @@ RanglistenSteuerung::RanglistenSteuerung(QMainWindow *fenster, Ui::MainWindow &u
     m_ansicht->setObjectName(QStringLiteral("tvRangliste"));
     m_ansicht->setModel(m_proxy);
     m_ansicht->setItemDelegate(new RanglistenDelegate(m_ansicht));
+    // The stretched columns always fit; a scroll bar that comes and goes
+    // with the rows would lay the whole page out again.
+    m_ansicht->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    m_ansicht->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto *knoepfe = new QHBoxLayout;
     const auto knopf = [&](const QString &name, const QString &text, auto slot) {
         auto *k = new QPushButton(text, m_ui.tabSpielstaende);
