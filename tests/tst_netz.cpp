@@ -129,6 +129,7 @@ private slots:
     void zweitlisteSendetNicht();
     void zweitlisteOhneTisch();
     void schluessel();
+    void nurImTurnier();
 };
 
 void TstNetz::nachrichten_data()
@@ -572,6 +573,23 @@ void TstNetz::schluessel()
     QTRY_COMPARE(status(fenster),
                  QStringLiteral("2 Nachrichten ohne gueltigen Schluessel verworfen"));
     QCOMPARE(rangliste->match(rangliste->index(0, 0), Qt::DisplayRole, "Ida").size(), 1);
+}
+
+// Messages from the link are taken in tournament mode only: in result and
+// Bierlachs mode the table keeps to itself.
+void TstNetz::nurImTurnier()
+{
+    laufendeListe();
+    MeldungsBeantworter antworten;
+    MainWindow fenster;
+    Client *client = fenster.findChild<Client *>();
+    emit client->newParticipant(Manager);
+    for (const auto modus : {&MainWindow::onSetModusErgebnis, &MainWindow::onSetModusBierlachs,
+                             &MainWindow::onSetModusTurnier}) {
+        (fenster.*modus)();
+        emit client->newMessage(Manager, "3:127.0.0.1:$7");
+    }
+    QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
 }
 
 KARTULO_TEST_MAIN(TstNetz)
