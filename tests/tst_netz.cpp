@@ -6,14 +6,12 @@
 
 #include "app/link/netzsteuerung.h"
 #include "app/mainwindow.h"
-#include "core/db/protokolldatenbank.h"
 #include "core/link/paarung.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
 #include "velmora/client.h"
 
-#include <QSqlQuery>
 #include <QtWidgets>
 
 using namespace Fenster;
@@ -43,16 +41,6 @@ QString status(MainWindow &fenster)
 NetzSteuerung *netz(MainWindow &fenster)
 {
     return fenster.findChild<NetzSteuerung *>();
-}
-
-QStringList lesen(const QString &abfrage)
-{
-    QStringList werte;
-    QSqlQuery query(QSqlDatabase::database(ProtokollDatenbank::verbindungsName()));
-    query.exec(abfrage);
-    while (query.next())
-        werte << query.value(0).toString();
-    return werte;
 }
 
 // The state of this table in the names of the rows below.

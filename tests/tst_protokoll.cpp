@@ -24,17 +24,6 @@ QStringList teilnehmer(MainWindow &fenster)
     return namen;
 }
 
-// One column of the header or registry as text, read through the window's connection.
-QStringList lesen(const QString &abfrage)
-{
-    QStringList werte;
-    QSqlQuery query(QSqlDatabase::database(QStringLiteral("kartulo_connection_name")));
-    query.exec(abfrage);
-    while (query.next())
-        werte << query.value(0).toString();
-    return werte;
-}
-
 // Opens the "Neu" page unless it is open, fills its fields and presses the button.
 void neuSeite(MainWindow &fenster, const QStringList &namen, const char *knopf)
 {

@@ -32,17 +32,6 @@ const QString Megabyte(1 << 20, QLatin1Char('x'));
 // 39 letters and a playing card: a field of 40 keeps half of the card.
 const QString Karte = QString(39, QLatin1Char('a')) + QStringLiteral(u"\U0001F0A1");
 
-// One column of a table as text, read through the window's connection.
-QStringList lesen(const QString &abfrage)
-{
-    QStringList werte;
-    QSqlQuery query(QSqlDatabase::database(ProtokollDatenbank::verbindungsName()));
-    query.exec(abfrage);
-    while (query.next())
-        werte << query.value(0).toString();
-    return werte;
-}
-
 } // namespace
 
 class TstRobustheit : public QObject

@@ -7,20 +7,31 @@
 
 namespace {
 
-// A table process (kartulo_tisch), its output collected line by line.
-class Tisch
+// A process whose output is collected line by line.
+class Prozess
 {
 public:
-    Tisch()
+    Prozess(const QString &programm, const QStringList &argumente)
     {
-        m_prozess.setProgram(QStringLiteral(KARTULO_TISCH));
         m_prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QObject::connect(&m_prozess, &QProcess::readyReadStandardOutput, [this] {
             while (m_prozess.canReadLine())
                 zeilen << QString::fromUtf8(m_prozess.readLine()).trimmed();
         });
-        m_prozess.start();
+        m_prozess.start(programm, argumente);
     }
+
+    QStringList zeilen;
+
+protected:
+    QProcess m_prozess;
+};
+
+// A table (kartulo_tisch), steered line by line.
+class Tisch : public Prozess
+{
+public:
+    Tisch() : Prozess(QStringLiteral(KARTULO_TISCH), {}) {}
     ~Tisch()
     {
         m_prozess.closeWriteChannel();
@@ -51,31 +62,19 @@ public:
     }
 
     QStringList boxen() const { return zeilen.filter(QRegularExpression("^BOX ")); }
-
-    QStringList zeilen;
-
-private:
-    QProcess m_prozess;
 };
 
 // The manager as velmora-cli sees the link: one line per event.
-class Manager
+class Manager : public Prozess
 {
 public:
-    Manager()
-    {
-        m_prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        QObject::connect(&m_prozess, &QProcess::readyReadStandardOutput, [this] {
-            while (m_prozess.canReadLine())
-                zeilen << QString::fromUtf8(m_prozess.readLine()).trimmed();
-        });
-        m_prozess.start(QStringLiteral(VELMORA_CLI), {"--name", "Tabulor"});
-    }
+    Manager() : Prozess(QStringLiteral(VELMORA_CLI), {"--name", "Tabulor"}) {}
     ~Manager()
     {
         m_prozess.kill();
         m_prozess.waitForFinished();
     }
+
     // Whether a message of that type arrived whose text holds the piece.
     bool hat(int typ, const QString &stueck) const
     {
@@ -85,11 +84,6 @@ public:
                 return true;
         return false;
     }
-
-    QStringList zeilen;
-
-private:
-    QProcess m_prozess;
 };
 
 } // namespace

@@ -1,5 +1,8 @@
 #include "helpers/fensterhilfe.h"
 
+#include "core/db/protokolldatenbank.h"
+
+#include <QSqlQuery>
 #include <QtWidgets>
 
 namespace Fenster {
@@ -34,6 +37,16 @@ QSettings einstellungen()
 {
     return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
                      QStringLiteral("Kartulo"));
+}
+
+QStringList lesen(const QString &abfrage)
+{
+    QStringList werte;
+    QSqlQuery query(QSqlDatabase::database(ProtokollDatenbank::verbindungsName()));
+    query.exec(abfrage);
+    while (query.next())
+        werte << query.value(0).toString();
+    return werte;
 }
 
 } // namespace Fenster

@@ -39,6 +39,9 @@ QString text(QWidget *fenster, const char *name);
 // The settings store the window reads at start-up and writes to.
 QSettings einstellungen();
 
+// The first column of a query on kartulo.db as text, through the window's connection.
+QStringList lesen(const QString &abfrage);
+
 } // namespace Fenster
 
 #define KARTULO_TEST_MAIN(Klasse)                                                                  \

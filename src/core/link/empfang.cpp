@@ -45,6 +45,13 @@ bool ergebnisGueltig(const QString &ergebnis)
     return ok;
 }
 
+// What only the manager sends.
+bool managerTyp(int typ)
+{
+    return typ == Nachricht::TischVergeben || typ == Nachricht::SpielerListe ||
+           typ == Nachricht::Auslosung || typ == Nachricht::Kosten;
+}
+
 Urteil vomManager(const Nachricht &n, const Lage &lage)
 {
     switch (n.typ) {
@@ -123,13 +130,8 @@ Urteil vonTisch(const QString &absenderId, const Nachricht &n, const Lage &lage)
         const QString fehler = Spielwert::zeileFehler(*spiel, lage.spieler);
         return fehler.isEmpty() ? annehmen() : abweisen(fehler);
     }
-    case Nachricht::TischVergeben:
-    case Nachricht::SpielerListe:
-    case Nachricht::Auslosung:
-    case Nachricht::Kosten:
-        return abweisen(QStringLiteral("nicht vom Tabulor"));
     default:
-        return uebergehen();
+        return managerTyp(n.typ) ? abweisen(QStringLiteral("nicht vom Tabulor")) : uebergehen();
     }
 }
 
@@ -156,15 +158,8 @@ Urteil pruefen(const QString &absenderId, const Nachricht &n, const Lage &lage)
         return uebergehen();
     if (absenderId == lage.managerId)
         return vomManager(n, lage);
-    switch (n.typ) {
-    case Nachricht::TischVergeben:
-    case Nachricht::SpielerListe:
-    case Nachricht::Auslosung:
-    case Nachricht::Kosten:
-        return abweisen(QStringLiteral("nicht der verbundene Tabulor"));
-    default:
-        return uebergehen();
-    }
+    return managerTyp(n.typ) ? abweisen(QStringLiteral("nicht der verbundene Tabulor"))
+                             : uebergehen();
 }
 
 } // namespace Empfang
