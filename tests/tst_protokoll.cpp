@@ -6,7 +6,6 @@
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
 
-#include <QSqlQuery>
 #include <QtWidgets>
 
 using namespace TestProtokoll;

@@ -17,7 +17,6 @@
 
 #include <QCborValue>
 #include <QJsonDocument>
-#include <QSqlQuery>
 #include <QtWidgets>
 
 using namespace Fenster;
