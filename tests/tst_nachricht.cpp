@@ -1,6 +1,8 @@
-// The text format of the club network, read and written, and participant ids.
+// The text format of the club network, read and written, participant ids,
+// and the pairing of a first and a second list.
 
 #include "core/link/nachricht.h"
+#include "core/link/paarung.h"
 
 #include <QtTest>
 
@@ -14,6 +16,7 @@ private slots:
     void schreiben();
     void kennung_data();
     void kennung();
+    void paarung();
 };
 
 void TstNachricht::lesen_data()
@@ -112,6 +115,47 @@ void TstNachricht::kennung()
     const Kennung k = Kennung::aus(kennung);
     QTEST(k.name, "name");
     QTEST(k.adresse, "adresse");
+}
+
+// Both sides of a pairing through their states: table asked for, a second
+// list waiting for its answer, second list, first list, whether results may
+// go out, and the peers' addresses.
+void TstNachricht::paarung()
+{
+    Paarung p;
+    QSignalSpy geaendert(&p, &Paarung::geaendert);
+    const auto zustand = [&p] {
+        return QStringLiteral("%1 %2%3%4%5 %6|%7")
+            .arg(p.gepaarterTisch())
+            .arg(p.angefragt())
+            .arg(p.istZweitliste())
+            .arg(p.istErsteListe())
+            .arg(p.ergebnisseErlaubt())
+            .arg(p.ersteListeAdresse(), p.zweitlisteAdresse());
+    };
+    QCOMPARE(zustand(), QStringLiteral("0 0001 |"));
+    p.anfragen(7);
+    QCOMPARE(zustand(), QStringLiteral("7 1100 |"));
+    p.ersteListeGefunden("Kartulo@10.0.0.5:4000");
+    QCOMPARE(zustand(), QStringLiteral("7 0100 10.0.0.5|"));
+    p.trennen();
+    QCOMPARE(zustand(), QStringLiteral("7 1100 |"));
+    p.alsKopieBehalten();
+    QCOMPARE(zustand(), QStringLiteral("0 0001 |"));
+    QCOMPARE(p.letzterTisch(), 7);
+    p.zweitlisteAngenommen("Kartulo@10.0.0.6:4000");
+    QCOMPARE(zustand(), QStringLiteral("0 0010 |10.0.0.6"));
+    p.anfrageVergessen();
+    p.trennen();
+    QCOMPARE(zustand(), QStringLiteral("0 0001 |"));
+    // A bare address, as a caller of the window's slot may give it, names itself.
+    p.anfragen(8);
+    p.ersteListeGefunden("10.0.0.7");
+    QCOMPARE(zustand(), QStringLiteral("8 0100 10.0.0.7|"));
+    p.aufheben();
+    QCOMPARE(zustand(), QStringLiteral("0 0001 |"));
+    QCOMPARE(p.letzterTisch(), 7);
+    QCOMPARE(geaendert.count(), 10);
 }
 
 QTEST_GUILESS_MAIN(TstNachricht)

@@ -173,6 +173,7 @@ void TstNetz::nachrichten_data()
     zeile("7 ohne Namen", Tisch, "", {"7:10.0.0.12:$"}, {}, 1);
     zeile("7 Name 1 MB", Tisch, "", {"7:10.0.0.12:$" + Megabyte + "|1|1|0|0|0|0|-"}, {}, 1);
     zeile("7 Punkte keine Zahl", Tisch, "", {"7:10.0.0.12:$Otto|1|1|x|0|0|0|-"}, {}, 1);
+    zeile("7 Tisch keine Zahl", Tisch, "", {"7:10.0.0.12:$Otto|x|1|0|0|0|0|-"}, {}, 1);
     zeile("7 ein Tisch", Tisch, "", {"7:10.0.0.12:$Otto|1|1|0|0|0|0|-@Eva|1|1|0|0|0|0|-|7"},
           {"Rangliste=6"}, 0);
     zeile("7 vom Manager", Manager, "Manager", {"7:10.0.0.9:$Otto|1|1|0|0|0|0|-"}, {}, 0);
@@ -307,7 +308,7 @@ void TstNetz::auslosung()
             fenster.onNewProtokoll();
             kind<QLineEdit>(&fenster, "leNeuTischNr")->setText("9");
             kind<QLineEdit>(&fenster, "leNeuSerie")->setText("3");
-            fenster.spielerdatenAnfordern();
+            klick(&fenster, "pbAnfordern");
             // Not what was asked for: another series.
             fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$9@2" + sitze);
         }
@@ -475,6 +476,19 @@ void TstNetz::gesendet()
     QTRY_COMPARE(horcher.typ(9),
                  QStringList({"9:10.0.0.12:$5@1@100|Anna|Ja|Ja@101|Bernd|Ja|Ja@102|Clara|Ja|Ja@"
                               "103|Dora|Ja|Ja@SpielerEnde"}));
+    // Paired, the first list holds its results back; dropping the second list
+    // sends them at once, and the pairing can be asked for again.
+    eingeben(&fenster, Spiel{"tbKreuz", 2, true, ""});
+    QTRY_COMPARE(horcher.typ(13).size(), 2);
+    QCOMPARE(horcher.typ(7).size(), 2);
+    QVERIFY(!kind<QAction>(&fenster, "actionVerbinden")->isEnabled());
+    antworten.antworte(QMessageBox::Yes);
+    fenster.onClearProtokoll();
+    QVERIFY(antworten.texte.contains("Trennung von Zweitliste?"));
+    QVERIFY(kind<QAction>(&fenster, "actionVerbinden")->isEnabled());
+    QTRY_COMPARE(horcher.typ(7).size(), 3);
+    QVERIFY2(horcher.typ(7).last().contains("@Clara|5|1|74|1|0|"),
+             qPrintable(horcher.typ(7).last()));
 }
 
 // A paired second list copies the first list's games but sends neither them
@@ -520,7 +534,8 @@ void TstNetz::zweitlisteOhneTisch()
     fenster.startZweitProtokoll();
     QCOMPARE(antworten.texte, QStringList({"Es wurde keine Tischnummer eingegeben!",
                                            "Zweitliste ist schon gesetzt!"}));
-    // Released without a first list answering: the request can be made again.
+    // Released after the first list answered: the request can be made again.
+    fenster.appendMessage(Tisch, "9:127.0.0.1:$7@1@SpielerEnde");
     antworten.antworte(QMessageBox::Yes);
     antworten.antworte(QMessageBox::No);
     fenster.onZweitListeFreigeben();
