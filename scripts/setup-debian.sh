@@ -7,6 +7,7 @@ pakete=(
   build-essential cmake
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite libqt5svg5
   qttranslations5-l10n
+  pkg-config libmosquitto-dev mosquitto mosquitto-clients
   xvfb xauth imagemagick iproute2 util-linux fonts-dejavu-core
 )
 if [ "${1:-}" = paket ]; then

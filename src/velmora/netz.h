@@ -1,5 +1,6 @@
 #pragma once
 
+#include "velmora/anschluss.h"
 #include "velmora/verbindung.h"
 
 #include <QHash>
@@ -23,29 +24,26 @@ struct Einstellungen
 // waits and keep networks apart with them.
 Einstellungen einstellungenAusUmgebung();
 
+// The first IPv4 address of the first interface that is up, running, can
+// broadcast and is not loopback; 127.0.0.1 without one.
+QString schnittstellenAdresse();
+
 // The mesh as one participant sees it: at most one established link per
 // other participant, whether it was found by beacon or by a neighbour's list.
-class Netz : public QObject
+class Netz : public Anschluss
 {
     Q_OBJECT
 
 public:
     Netz(const QString &programm, const Einstellungen &einstellungen, QObject *parent);
 
-    QString eigeneId() const;
-    QStringList teilnehmer() const;
-    QString eigeneAdresse() const { return m_eigeneAdresse; }
-    QString lokaleAdresse(const QString &id) const;
-    void senden(const QString &text);
-    void schluesselSetzen(const QByteArray &schluessel) { m_schluessel = schluessel; }
-    int anzahlAbgewiesen() const { return m_abgewiesen; }
-
-signals:
-    void beigetreten(const QString &id);
-    void nachricht(const QString &id, const QString &text);
-    void gegangen(const QString &id);
-    void eigeneAdresseGeaendert(const QString &adresse);
-    void abgewiesen(const QString &id);
+    QString eigeneId() const override;
+    QStringList teilnehmer() const override;
+    QString eigeneAdresse() const override { return m_eigeneAdresse; }
+    QString lokaleAdresse(const QString &id) const override;
+    void senden(const QString &text) override;
+    void schluesselSetzen(const QByteArray &schluessel) override { m_schluessel = schluessel; }
+    int anzahlAbgewiesen() const override { return m_abgewiesen; }
 
 private:
     void annehmen();

@@ -1,7 +1,9 @@
-// A participant on the command line: joins the LAN under a program name,
-// prints who comes, goes and says what, and sends its arguments and every
-// line of standard input, tagged when given the event key. It stands in for
-// the other program by hand and in tests.
+// A participant on the command line: joins the LAN, or a venue's broker,
+// under a program name, prints who comes, goes and says what, and sends its
+// arguments and every line of standard input, tagged when given the event
+// key. It stands in for the other program by hand and in tests. As a bridge
+// it carries a LAN manager's messages to the tables at a broker and theirs
+// back.
 
 #include "velmora/client.h"
 
@@ -15,6 +17,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <unistd.h>
 
@@ -57,6 +60,69 @@ std::optional<QByteArray> schluesselLesen(const QString &pfad)
     return schluessel;
 }
 
+// The key of `identitaet` in a psk file of "identity:hexkey" lines.
+std::optional<QByteArray> pskLesen(const QString &pfad, const QString &identitaet)
+{
+    QFile datei(pfad);
+    if (!datei.open(QIODevice::ReadOnly | QIODevice::Text))
+        return std::nullopt;
+    while (!datei.atEnd()) {
+        const QString zeile = QString::fromUtf8(datei.readLine()).trimmed();
+        if (zeile.section(u':', 0, 0) == identitaet)
+            return LinkSettings::keyFromText(zeile.section(u':', 1));
+    }
+    return std::nullopt;
+}
+
+// Relays between the LAN manager and the tables at the broker. The broker
+// sees the manager only while it is on the LAN: when it leaves, the bridge's
+// session keeps what the tables send until it is back.
+void bruecke(const LinkSettings &veranstaltung, const QString &managerName, bool ganz)
+{
+    struct Stand
+    {
+        QString manager;
+        std::unique_ptr<Client> broker;
+    };
+    auto *lan = new Client(QStringLiteral("Kartulo"), LinkSettings(), qApp);
+    const auto stand = std::make_shared<Stand>();
+    QObject::connect(lan, &Client::newParticipant, [=](const QString &id) {
+        ausgeben(QStringLiteral("JOIN ") % id);
+        if (!stand->manager.isEmpty() || id.section(u'@', 0, 0) != managerName)
+            return;
+        stand->manager = id;
+        stand->broker = std::make_unique<Client>(managerName, veranstaltung);
+        Client *broker = stand->broker.get();
+        ausgeben(QStringLiteral("SELF ") % broker->participantId());
+        QObject::connect(broker, &Client::newParticipant,
+                         [](const QString &t) { ausgeben(QStringLiteral("JOIN ") % t); });
+        QObject::connect(broker, &Client::participantLeft,
+                         [](const QString &t) { ausgeben(QStringLiteral("LEAVE ") % t); });
+        QObject::connect(broker, &Client::newMessage, [=](const QString &von, const QString &text) {
+            ausgeben(QStringLiteral("MSG ") % von % u' ' % fuerDieZeile(text, ganz));
+            lan->sendMessage(text);
+        });
+        QObject::connect(broker, &Client::linkStateChanged, [](bool offen, const QString &grund) {
+            ausgeben(offen ? QStringLiteral("LINK open") : QStringLiteral("LINK closed ") % grund);
+        });
+        QObject::connect(broker, &Client::sendRefused, [](const QString &grund) {
+            ausgeben(QStringLiteral("REFUSED ") % grund);
+        });
+    });
+    QObject::connect(lan, &Client::participantLeft, [=](const QString &id) {
+        ausgeben(QStringLiteral("LEAVE ") % id);
+        if (id != stand->manager)
+            return;
+        stand->manager.clear();
+        stand->broker.reset();
+    });
+    QObject::connect(lan, &Client::newMessage, [=](const QString &von, const QString &text) {
+        ausgeben(QStringLiteral("MSG ") % von % u' ' % fuerDieZeile(text, ganz));
+        if (von == stand->manager && stand->broker)
+            stand->broker->sendMessage(text);
+    });
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -83,7 +149,25 @@ int main(int argc, char **argv)
         QStringLiteral("Tag messages with the event key in this file and drop those without "
                        "a valid tag; one line end at its end is not part of the key."),
         QStringLiteral("file"));
-    optionen.addOptions({name, stumm, eofEnde, ganz, schluesselDatei});
+    const QCommandLineOption broker(
+        QStringLiteral("broker"),
+        QStringLiteral("Join through the venue's broker at HOST[:PORT] (8883) instead of the "
+                       "LAN; needs --psk-identity and --psk-file."),
+        QStringLiteral("host[:port]"));
+    const QCommandLineOption pskKennung(QStringLiteral("psk-identity"),
+                                        QStringLiteral("The identity to join the broker as."),
+                                        QStringLiteral("id"));
+    const QCommandLineOption pskDatei(
+        QStringLiteral("psk-file"),
+        QStringLiteral("The broker's psk file (identity:hexkey lines); the key of "
+                       "--psk-identity is taken from it."),
+        QStringLiteral("file"));
+    const QCommandLineOption brueckeOption(
+        QStringLiteral("bridge"),
+        QStringLiteral("Relay between the manager named --name on the LAN and the tables at "
+                       "the broker, as --psk-identity."));
+    optionen.addOptions(
+        {name, stumm, eofEnde, ganz, schluesselDatei, broker, pskKennung, pskDatei, brueckeOption});
     optionen.addPositionalArgument(QStringLiteral("message"),
                                    QStringLiteral("Sent once the first participant is there."),
                                    QStringLiteral("[message ...]"));
@@ -98,7 +182,29 @@ int main(int argc, char **argv)
         }
     }
 
-    Client client(optionen.value(name));
+    LinkSettings verbindung;
+    if (optionen.isSet(broker)) {
+        verbindung.mode = LinkSettings::Mode::Venue;
+        verbindung.broker = optionen.value(broker);
+        verbindung.identity = optionen.value(pskKennung);
+        verbindung.key =
+            pskLesen(optionen.value(pskDatei), verbindung.identity).value_or(QByteArray());
+        if (!verbindung.venueComplete()) {
+            std::fprintf(stderr, "velmora-cli: --broker needs a HOST[:PORT], --psk-identity and a "
+                                 "--psk-file holding a key of at least 8 bytes for it\n");
+            return 2;
+        }
+    }
+    if (optionen.isSet(brueckeOption)) {
+        if (verbindung.mode != LinkSettings::Mode::Venue) {
+            std::fprintf(stderr, "velmora-cli: --bridge needs --broker\n");
+            return 2;
+        }
+        bruecke(verbindung, optionen.value(name), optionen.isSet(ganz));
+        return app.exec();
+    }
+
+    Client client(optionen.value(name), verbindung);
     if (schluessel)
         client.setKey(*schluessel);
     ausgeben(QStringLiteral("SELF ") % client.participantId());
@@ -139,6 +245,11 @@ int main(int argc, char **argv)
         });
     QObject::connect(&client, &Client::messageRejected,
                      [](const QString &id) { ausgeben(QStringLiteral("REJECT ") % id); });
+    QObject::connect(&client, &Client::linkStateChanged, [](bool offen, const QString &grund) {
+        ausgeben(offen ? QStringLiteral("LINK open") : QStringLiteral("LINK closed ") % grund);
+    });
+    QObject::connect(&client, &Client::sendRefused,
+                     [](const QString &grund) { ausgeben(QStringLiteral("REFUSED ") % grund); });
 
     QByteArray angefangen;
     QSocketNotifier eingabe(STDIN_FILENO, QSocketNotifier::Read);
