@@ -1,8 +1,12 @@
 // The wire format without sockets: what the frame reader, the hello and
 // beacon reader and the peer list reader accept and what they refuse, and
-// the bytes docs/lan-protocol.md shows, a tag among them.
+// the bytes docs/lan-protocol.md shows, a tag among them; at a venue, the
+// topic each message goes to and whom one that arrives is from, the numbers
+// that drop a message brought twice, and the broker and key a scorer types.
 
+#include "velmora/client.h"
 #include "velmora/protokoll.h"
+#include "velmora/themen.h"
 
 #include <QtEndian>
 #include <QtTest>
@@ -46,6 +50,11 @@ private slots:
     void programmname();
     void nachbarn_data();
     void nachbarn();
+    void themen_data();
+    void themen();
+    void doppelt();
+    void zugang_data();
+    void zugang();
 };
 
 void TestVelmoraProtokoll::rahmenlesen_data()
@@ -236,6 +245,118 @@ void TestVelmoraProtokoll::nachbarn()
     QCOMPARE(gelesen ? gelesen->size() : -1, anzahl);
     if (gelesen)
         QCOMPARE(nachbarnKodieren(*gelesen), daten);
+}
+
+// "ziel": a text tisch01 at 10.0.0.1 sends, to its topic ("+" kept by the
+// broker); "von": a topic arriving at tisch01, to its sender.
+void TestVelmoraProtokoll::themen_data()
+{
+    QTest::addColumn<QString>("art");
+    QTest::addColumn<QString>("ein");
+    QTest::addColumn<QString>("aus");
+    const auto ziel = [](const char *name, const char *text, const char *thema) {
+        QTest::newRow(name) << "ziel" << text << thema;
+    };
+    const auto von = [](const char *name, const char *thema, const char *wer) {
+        QTest::newRow(name) << "von" << thema << wer;
+    };
+    ziel("12 an alle", "12:10.0.0.1:$5", "velmora/alle/tisch01");
+    ziel("13 eigene adresse", "13:10.0.0.1:G$5@1@1", "velmora/alle/tisch01");
+    ziel("7 ergebnisse", "7:10.0.0.1:$A|5|1", "+velmora/stand/ergebnisse/tisch01");
+    ziel("4 spieler", "4:10.0.0.1:$1|A|Ja|Ja", "+velmora/stand/spieler/tisch01");
+    ziel("6 auslosung", "6:10.0.0.2:G$5@1", "+velmora/stand/auslosung/10.0.0.2/tisch01");
+    ziel("15 kosten", "15:10.0.0.2:G$5@1@x", "+velmora/stand/kosten/10.0.0.2/tisch01");
+    ziel("9 an tisch02", "9:10.0.0.2:$5@1", "velmora/an/tisch02/tisch01");
+    ziel("14 an tisch02", "14:10.0.0.2:$12@1", "velmora/an/tisch02/tisch01");
+    ziel("9 an unbekannt", "9:10.0.0.7:$5@1", "velmora/alle/tisch01");
+    ziel("13 an tisch02 auch an alle", "13:10.0.0.2:$5@1@1", "velmora/alle/tisch01");
+    ziel("6 mit # in der adresse", "6:#:G$5@1", "velmora/alle/tisch01");
+    ziel("kein kopf", "hallo", "velmora/alle/tisch01");
+    von("alle", "velmora/alle/tisch02", "tisch02");
+    von("eigener eingang", "velmora/an/tisch01/tabulor", "tabulor");
+    von("fremder eingang", "velmora/an/tisch02/tabulor", "");
+    von("kosten", "velmora/stand/kosten/10.0.0.1/tabulor", "tabulor");
+    von("ergebnisse", "velmora/stand/ergebnisse/tisch02", "tisch02");
+    von("fremder stand", "velmora/stand/sonst/tisch02", "");
+    von("zu tief", "velmora/alle/tisch02/x", "");
+    von("leerer absender", "velmora/alle/", "");
+    von("anderer baum", "andere/alle/tisch02", "");
+    von("anwesenheit", "velmora/da/tisch02", "");
+}
+
+void TestVelmoraProtokoll::themen()
+{
+    QFETCH(QString, art);
+    QFETCH(QString, ein);
+    QFETCH(QString, aus);
+    if (art == "von") {
+        QCOMPARE(Themen::absender(ein, "tisch01"), aus);
+        return;
+    }
+    const auto identitaet = [](const QString &adresse) {
+        return adresse == "10.0.0.2" ? QStringLiteral("tisch02") : QString();
+    };
+    const Themen::Ziel ziel = Themen::ziel(ein, "tisch01", "10.0.0.1", identitaet);
+    QCOMPARE((ziel.behalten ? "+" : "") + ziel.thema, aus);
+}
+
+void TestVelmoraProtokoll::doppelt()
+{
+    Themen::Doppelfilter filter;
+    QVERIFY(filter.neu("tisch01", 5));
+    QVERIFY(!filter.neu("tisch01", 5));
+    QVERIFY(filter.neu("tisch02", 5));
+    QVERIFY(filter.neu("tisch01", 4));
+    // A long evening keeps the newest numbers; older ones count as seen.
+    for (quint64 n = 100; n < 100 + 20000; ++n)
+        QVERIFY(filter.neu("tisch01", n));
+    QVERIFY(!filter.neu("tisch01", 6));
+    QVERIFY(!filter.neu("tisch01", 100 + 19999));
+    QVERIFY(filter.neu("tisch01", 100 + 20000));
+}
+
+void TestVelmoraProtokoll::zugang_data()
+{
+    QTest::addColumn<QString>("server");
+    QTest::addColumn<QString>("schluessel");
+    QTest::addColumn<QString>("adresse");
+    QTest::addColumn<bool>("vollstaendig");
+    const QString acht = "0011 2233 4455 6677";
+    QTest::newRow("mit port") << "10.0.0.1:1883" << acht << "10.0.0.1 1883" << true;
+    QTest::newRow("ohne port") << "turnier.local" << acht << "turnier.local 8883" << true;
+    QTest::newRow("port 0") << "10.0.0.1:0" << acht << "" << false;
+    QTest::newRow("port zu gross") << "10.0.0.1:65536" << acht << "" << false;
+    QTest::newRow("leer") << "" << acht << "" << false;
+    QTest::newRow("leerzeichen im namen") << "a b" << acht << "" << false;
+    QTest::newRow("schluessel mit strichen") << "h"
+                                             << "00-11-22-33-44-55-66-77"
+                                             << "h 8883" << true;
+    QTest::newRow("schluessel zu kurz") << "h"
+                                        << "00112233445566"
+                                        << "h 8883" << false;
+    QTest::newRow("schluessel kein hex") << "h"
+                                         << "0011 2233 4455 667g"
+                                         << "h 8883" << false;
+    QTest::newRow("ungerade ziffern") << "h"
+                                      << "0011 2233 4455 6677 8"
+                                      << "h 8883" << false;
+}
+
+void TestVelmoraProtokoll::zugang()
+{
+    QFETCH(QString, server);
+    QFETCH(QString, schluessel);
+    QFETCH(QString, adresse);
+    QFETCH(bool, vollstaendig);
+    LinkSettings einstellungen;
+    einstellungen.mode = LinkSettings::Mode::Venue;
+    einstellungen.broker = server;
+    einstellungen.identity = "tisch01";
+    einstellungen.key = LinkSettings::keyFromText(schluessel).value_or(QByteArray());
+    const auto gelesen = einstellungen.brokerAddress();
+    QCOMPARE(gelesen ? gelesen->first + ' ' + QString::number(gelesen->second) : QString(),
+             adresse);
+    QCOMPARE(einstellungen.venueComplete(), vollstaendig);
 }
 
 QTEST_GUILESS_MAIN(TestVelmoraProtokoll)

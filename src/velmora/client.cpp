@@ -70,8 +70,13 @@ std::optional<std::pair<QString, quint16>> LinkSettings::brokerAddress() const
 
 bool LinkSettings::venueComplete() const
 {
+    return brokerAddress() && identityValid(identity) && key.size() >= 8;
+}
+
+bool LinkSettings::identityValid(const QString &identity)
+{
     static const QRegularExpression kennung(QStringLiteral("^[A-Za-z0-9_-]{1,64}$"));
-    return brokerAddress() && kennung.match(identity).hasMatch() && key.size() >= 8;
+    return kennung.match(identity).hasMatch();
 }
 
 std::optional<QByteArray> LinkSettings::keyFromText(const QString &text)

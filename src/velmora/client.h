@@ -45,6 +45,8 @@ struct LinkSettings
     // Whether a venue link can be made of these: a broker, an identity of
     // letters, digits, '-' and '_', and a key of at least 8 bytes.
     bool venueComplete() const;
+    // An identity the broker's files can hold: 1 to 64 letters, digits, '-', '_'.
+    static bool identityValid(const QString &identity);
     // A key as printed on a slip or kept in a psk file: hex digits, blanks
     // and dashes between them allowed; nothing for anything else.
     static std::optional<QByteArray> keyFromText(const QString &text);

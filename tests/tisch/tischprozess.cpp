@@ -11,6 +11,9 @@
 //   zeilen                         prints "ZEILEN <n>"
 //   beschriftung                   prints "LISTE <list label>"
 //   teilnehmer                     prints "TEILNEHMER <participants on the link>"
+//   verbindung <server> <id> <key> the venue's link, as typed on the settings page;
+//                                  without arguments the LAN link
+//   stand                          prints "STAND <the status line's link label>"
 //
 // Every message box is printed as "BOX <title>|<text>" with "\n" as "\\n".
 
@@ -85,6 +88,14 @@ int main(int argc, char *argv[])
             ausgeben(QStringLiteral("ZEILEN %1").arg(TestProtokoll::zeilen("SpielListe")));
         } else if (befehl == "beschriftung") {
             ausgeben("LISTE " + kind<QLabel>(fenster.get(), "lblListe")->text());
+        } else if (befehl == "verbindung") {
+            kind<QComboBox>(fenster.get(), "cmbVerbindung")->setCurrentIndex(w.size() > 1);
+            kind<QLineEdit>(fenster.get(), "leServer")->setText(w.value(1));
+            kind<QLineEdit>(fenster.get(), "leKennung")->setText(w.value(2));
+            kind<QLineEdit>(fenster.get(), "leZugangsschluessel")->setText(w.value(3));
+            kind<QPushButton>(fenster.get(), "pbVerbindungUebernehmen")->click();
+        } else if (befehl == "stand") {
+            ausgeben("STAND " + kind<QLabel>(fenster.get(), "lblVerbindungsart")->text());
         } else if (befehl == "teilnehmer") {
             ausgeben(QStringLiteral("TEILNEHMER %1")
                          .arg(fenster->findChild<Client *>()->participants().size()));

@@ -1,5 +1,6 @@
 #include "app/link/netzsteuerung.h"
 
+#include "app/link/verbindungssteuerung.h"
 #include "core/link/empfang.h"
 #include "core/link/nachricht.h"
 #include "core/link/paarung.h"
@@ -70,6 +71,8 @@ NetzSteuerung::NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDie
             [this] { m_einstellungen.turnierschluesselSetzen(m_ui.leTurnierschluessel->text()); });
     connect(&m_einstellungen, &Einstellungen::turnierschluesselGeaendert, this,
             &NetzSteuerung::schluesselSetzen);
+
+    new VerbindungsSteuerung(fenster, ui, *m_client);
 
     m_ui.pbAnfordern->hide();
     connect(m_ui.pbAnfordern, &QPushButton::clicked, this, &NetzSteuerung::spielerdatenAnfordern);
