@@ -1,9 +1,14 @@
 // Real instances on the link, each a process with its own list: the second
 // pairs with the first, copies its games, is compared game by game, and is
-// released again; and a manager that restarts in the middle of the evening
-// has every table's standings back without a new game.
+// released again; a manager that restarts in the middle of the evening has
+// every table's standings back without a new game; and an evening at a venue
+// through its broker loses nothing when the broker or the manager goes away.
 
+#include <QtNetwork>
 #include <QtTest>
+
+#include <memory>
+#include <unistd.h>
 
 namespace {
 
@@ -11,7 +16,8 @@ namespace {
 class Prozess
 {
 public:
-    Prozess(const QString &programm, const QStringList &argumente)
+    Prozess(const QString &programm, const QStringList &argumente) { starten(programm, argumente); }
+    void starten(const QString &programm, const QStringList &argumente)
     {
         m_prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         QObject::connect(&m_prozess, &QProcess::readyReadStandardOutput, [this] {
@@ -19,6 +25,13 @@ public:
                 zeilen << QString::fromUtf8(m_prozess.readLine()).trimmed();
         });
         m_prozess.start(programm, argumente);
+    }
+
+    void sagen(const QString &zeile) { m_prozess.write((zeile + '\n').toUtf8()); }
+    void beenden(bool hart = true)
+    {
+        hart ? m_prozess.kill() : m_prozess.terminate();
+        m_prozess.waitForFinished();
     }
 
     QStringList zeilen;
@@ -68,12 +81,11 @@ public:
 class Manager : public Prozess
 {
 public:
-    Manager() : Prozess(QStringLiteral(VELMORA_CLI), {"--name", "Tabulor"}) {}
-    ~Manager()
+    explicit Manager(const QStringList &mehr = {})
+        : Prozess(QStringLiteral(VELMORA_CLI), QStringList{"--name", "Tabulor"} + mehr)
     {
-        m_prozess.kill();
-        m_prozess.waitForFinished();
     }
+    ~Manager() { beenden(); }
 
     // Whether a message of that type arrived whose text holds the piece.
     bool hat(int typ, const QString &stueck) const
@@ -84,6 +96,60 @@ public:
                 return true;
         return false;
     }
+    int anzahl(int typ, const QString &stueck) const
+    {
+        const QRegularExpression nachricht(QStringLiteral(" MSG \\S+ %1:").arg(typ));
+        int n = 0;
+        for (const QString &zeile : zeilen)
+            n += nachricht.match(zeile).hasMatch() && zeile.contains(stueck);
+        return n;
+    }
+};
+
+// A venue's broker, set up as an organiser does, on a free port of loopback.
+class Server : public Prozess
+{
+public:
+    explicit Server(const QString &ordner) : Prozess(QStringLiteral(VELMORA_CLI), {})
+    {
+        QTcpServer frei;
+        frei.listen(QHostAddress::LocalHost);
+        port = frei.serverPort();
+        frei.close();
+        starten(QStringLiteral(VELMORA_CLI),
+                {"--venue-setup", ordner, "--tables", "3", "--event", "Test", "--port",
+                 QString::number(port), "--address", "127.0.0.1"});
+        m_prozess.waitForFinished();
+        QFile psk(ordner + "/psk");
+        psk.open(QIODevice::ReadOnly);
+        for (const QByteArray &zeile : psk.readAll().split('\n'))
+            schluessel.insert(zeile.split(':').value(0), zeile.split(':').value(1));
+        m_konf = ordner + "/mosquitto.conf";
+        // Run by root the broker would turn into a user who cannot read the keys.
+        QFile konf(m_konf);
+        if (::getuid() == 0 && konf.open(QIODevice::Append))
+            konf.write("user root\n");
+        laufen();
+    }
+    ~Server() { beenden(); }
+    void laufen() { starten(QStringLiteral("mosquitto"), {"-c", m_konf}); }
+    QStringList als(const QString &kennung) const
+    {
+        return {"--broker",   QStringLiteral("127.0.0.1:%1").arg(port), "--psk-identity", kennung,
+                "--psk-file", QFileInfo(m_konf).path() + "/psk"};
+    }
+    QString tisch(const QString &kennung) const
+    {
+        return QStringLiteral("verbindung 127.0.0.1:%1 %2 %3")
+            .arg(port)
+            .arg(kennung, QString::fromLatin1(schluessel.value(kennung.toLatin1())));
+    }
+
+    quint16 port = 0;
+    QHash<QByteArray, QByteArray> schluessel;
+
+private:
+    QString m_konf;
 };
 
 } // namespace
@@ -102,6 +168,7 @@ private slots:
     void paarenVergleichenFreigeben();
     void ersteListeTrennt();
     void managerNeustart();
+    void veranstaltung();
 };
 
 void TstZweitliste::paarenVergleichenFreigeben()
@@ -194,6 +261,64 @@ void TstZweitliste::managerNeustart()
         zweiter.hat(7, "Bernd|5|1|74|1|0|") && zweiter.hat(7, "Clara|6|1|98|1|0|"), 5000);
     QVERIFY(zweiter.hat(12, "$5") && zweiter.hat(12, "$6"));
     qInfo("Staende wieder beim Manager nach %lld ms", uhr.elapsed());
+}
+
+// Three tables and the manager through the broker: everything as on the LAN;
+// the broker killed and back, and the manager away a while, lose and double
+// nothing; a table started late has its draw and costs at once.
+void TstZweitliste::veranstaltung()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("mosquitto")).isEmpty())
+        QSKIP("no mosquitto");
+    QTemporaryDir ordner;
+    Server server(ordner.path());
+    QVERIFY(server.schluessel.contains("tisch03"));
+    auto manager = std::make_unique<Manager>(server.als("tabulor"));
+    Tisch fuenf;
+    Tisch zweite;
+    QVERIFY(fuenf.befehl("liste 5"));
+    QVERIFY(fuenf.befehl(server.tisch("tisch01")));
+    QTRY_COMPARE_WITH_TIMEOUT(fuenf.frage("stand", "STAND"),
+                              "Verbindung: Veranstaltung, Server 127.0.0.1:" +
+                                  QString::number(server.port) + " als tisch01",
+                              5000);
+    QVERIFY(fuenf.befehl("spiel tbKreuz 1 1"));
+    QTRY_VERIFY_WITH_TIMEOUT(manager->hat(7, "Bernd|5|1|74|1|0|") && manager->hat(13, "$5@1@1@"),
+                             10000);
+
+    QVERIFY(zweite.befehl("liste 5"));
+    QVERIFY(zweite.befehl(server.tisch("tisch02")));
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.frage("teilnehmer", "TEILNEHMER"), QStringLiteral("2"), 10000);
+    QVERIFY(zweite.befehl("zweitliste 5"));
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.frage("zeilen", "ZEILEN"), QStringLiteral("1"), 10000);
+
+    // The broker killed mid-game and back: the game entered meanwhile arrives once.
+    server.beenden();
+    QVERIFY(fuenf.befehl("spiel tbGrang 2 1"));
+    server.laufen();
+    QElapsedTimer uhr;
+    uhr.start();
+    QTRY_COMPARE_WITH_TIMEOUT(manager->anzahl(13, "$5@1@2@"), 1, 15000);
+    qInfo("Spiel nach Neustart des Servers beim Manager nach %lld ms", uhr.elapsed());
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.frage("zeilen", "ZEILEN"), QStringLiteral("2"), 15000);
+
+    // The manager away for two games: back, it has them and the standings.
+    manager.reset();
+    QVERIFY(fuenf.befehl("spiel tbKreuz 3 1"));
+    QVERIFY(fuenf.befehl("spiel tbKreuz 1 0"));
+    manager = std::make_unique<Manager>(server.als("tabulor"));
+    QTRY_VERIFY_WITH_TIMEOUT(manager->hat(13, "$5@1@3@") && manager->hat(13, "$5@1@4@"), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(manager->hat(7, "Bernd|5|1|"), 5000);
+    QCOMPARE(manager->anzahl(13, "$5@1@3@") + manager->anzahl(13, "$5@1@4@"), 2);
+
+    // Draw and costs kept by the broker: a table that starts later has them at once.
+    manager->sagen("6:127.0.0.9:G$7@1@1|A|Ja|Ja@2|B|Ja|Ja@3|C|Ja|Ja");
+    manager->sagen("15:127.0.0.9:G$7@1@0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|Club");
+    QTest::qWait(500);
+    uhr.restart();
+    Manager spaet(server.als("tisch03"));
+    QTRY_VERIFY_WITH_TIMEOUT(spaet.hat(6, "$7@1@1|A") && spaet.hat(15, "$7@1@0.5"), 2000);
+    qInfo("Auslosung und Kosten beim spaeten Tisch nach %lld ms", uhr.elapsed());
 }
 
 QTEST_GUILESS_MAIN(TstZweitliste)
