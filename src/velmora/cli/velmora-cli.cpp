@@ -77,7 +77,8 @@ std::optional<QByteArray> pskLesen(const QString &pfad, const QString &identitae
 // Relays between the LAN manager and the tables at the broker. The broker
 // sees the manager only while it is on the LAN: when it leaves, the bridge's
 // session keeps what the tables send until it is back.
-void bruecke(const LinkSettings &veranstaltung, const QString &managerName, bool ganz)
+void bruecke(const LinkSettings &veranstaltung, const QString &managerName, bool ganz,
+             const QByteArray &schluessel)
 {
     struct Stand
     {
@@ -85,6 +86,7 @@ void bruecke(const LinkSettings &veranstaltung, const QString &managerName, bool
         std::unique_ptr<Client> broker;
     };
     auto *lan = new Client(QStringLiteral("Kartulo"), LinkSettings(), qApp);
+    lan->setKey(schluessel);
     const auto stand = std::make_shared<Stand>();
     QObject::connect(lan, &Client::newParticipant, [=](const QString &id) {
         ausgeben(QStringLiteral("JOIN ") % id);
@@ -200,7 +202,8 @@ int main(int argc, char **argv)
             std::fprintf(stderr, "velmora-cli: --bridge needs --broker\n");
             return 2;
         }
-        bruecke(verbindung, optionen.value(name), optionen.isSet(ganz));
+        bruecke(verbindung, optionen.value(name), optionen.isSet(ganz),
+                schluessel.value_or(QByteArray()));
         return app.exec();
     }
 
