@@ -64,9 +64,8 @@ QString Netz::eigeneId() const
            QString::number(m_eigene.port);
 }
 
-void Netz::adresseLesen()
+QString lanAdresse()
 {
-    QHostAddress adresse(QHostAddress::LocalHost);
     const auto netze = QNetworkInterface::allInterfaces();
     for (const QNetworkInterface &netz : netze) {
         // A bridge without a cable or guest (Docker's, say) is up but not running.
@@ -79,12 +78,15 @@ void Netz::adresseLesen()
         const auto ipv4 = std::find_if(eintraege.cbegin(), eintraege.cend(), [](const auto &e) {
             return e.ip().protocol() == QAbstractSocket::IPv4Protocol;
         });
-        if (ipv4 != eintraege.cend()) {
-            adresse = ipv4->ip();
-            break;
-        }
+        if (ipv4 != eintraege.cend())
+            return ipv4->ip().toString();
     }
-    const QString text = adresse.toString();
+    return QHostAddress(QHostAddress::LocalHost).toString();
+}
+
+void Netz::adresseLesen()
+{
+    const QString text = lanAdresse();
     if (text == m_eigeneAdresse)
         return;
     m_eigeneAdresse = text;
