@@ -3,6 +3,7 @@
 // line of standard input, tagged when given the event key. It stands in for
 // the other program by hand and in tests.
 
+#include "velmora/cli/einrichtung.h"
 #include "velmora/client.h"
 
 #include <QCommandLineParser>
@@ -61,6 +62,8 @@ std::optional<QByteArray> schluesselLesen(const QString &pfad)
 
 int main(int argc, char **argv)
 {
+    if (einrichtungVerlangt(argc, argv))
+        return einrichtungAusfuehren(argc, argv);
     QCoreApplication app(argc, argv);
     QCommandLineParser optionen;
     optionen.setApplicationDescription(QStringLiteral("A LAN participant on the command line."));
@@ -84,6 +87,7 @@ int main(int argc, char **argv)
                        "a valid tag; one line end at its end is not part of the key."),
         QStringLiteral("file"));
     optionen.addOptions({name, stumm, eofEnde, ganz, schluesselDatei});
+    optionen.addOptions(einrichtungsOptionen());
     optionen.addPositionalArgument(QStringLiteral("message"),
                                    QStringLiteral("Sent once the first participant is there."),
                                    QStringLiteral("[message ...]"));
