@@ -8,6 +8,7 @@ pakete=(
   qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite libqt5svg5
   qttranslations5-l10n
   xvfb xauth imagemagick iproute2 util-linux fonts-dejavu-core
+  mosquitto mosquitto-clients libmosquitto-dev
 )
 if [ "${1:-}" = paket ]; then
   pakete+=(dpkg-dev fakeroot file lintian appstream desktop-file-utils debootstrap)
