@@ -9,6 +9,7 @@ pakete=(
   qttranslations5-l10n
   pkg-config libmosquitto-dev mosquitto mosquitto-clients
   xvfb xauth imagemagick iproute2 util-linux fonts-dejavu-core
+  mosquitto mosquitto-clients libmosquitto-dev
 )
 if [ "${1:-}" = paket ]; then
   pakete+=(dpkg-dev fakeroot file lintian appstream desktop-file-utils debootstrap)

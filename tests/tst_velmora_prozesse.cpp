@@ -1,7 +1,8 @@
 // velmora-cli as a peer in another process: finding each other, messages
 // both ways with the event key, standard input, a hung peer and its return,
 // and two network namespaces joined by a veth pair, where nothing goes over
-// loopback.
+// loopback. And the broker velmora-cli --venue-setup prepares, with who may
+// send what.
 
 #include "helpers/velmorahilfe.h"
 
@@ -9,10 +10,13 @@
 #include <QProcess>
 #include <QScopeGuard>
 #include <QStandardPaths>
+#include <QTcpServer>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QtTest>
 
 #include <csignal>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -73,6 +77,8 @@ private slots:
     void cliPartner();
     void haengenderPartner();
     void zweiNetze();
+    void einrichtung_data();
+    void einrichtung();
 };
 
 void TestVelmoraProzesse::initTestCase()
@@ -203,6 +209,123 @@ void TestVelmoraProzesse::zweiNetze()
     kartulo.client.sendMessage(QStringLiteral("zurück"));
     QTRY_VERIFY_WITH_TIMEOUT(
         tabulor.hat(QStringLiteral("MSG ") + kartulo.id() + QStringLiteral(" zurück")), lange);
+}
+
+void TestVelmoraProzesse::einrichtung_data()
+{
+    QTest::addColumn<QString>("tische");
+    QTest::addColumn<bool>("pskDa");
+    QTest::addColumn<int>("code");
+    QTest::newRow("drei Tische") << QStringLiteral("3") << false << 0;
+    QTest::newRow("kein Tisch") << QStringLiteral("0") << false << 2;
+    QTest::newRow("Schlüssel schon da") << QStringLiteral("3") << true << 2;
+}
+
+void TestVelmoraProzesse::einrichtung()
+{
+    QFETCH(QString, tische);
+    QFETCH(bool, pskDa);
+    QFETCH(int, code);
+    QTemporaryDir temp;
+    const QString ordner = temp.filePath(pskDa ? QString() : QStringLiteral("neu"));
+    QFile datei(ordner + QStringLiteral("/psk"));
+    QVERIFY(!pskDa || (datei.open(QIODevice::WriteOnly) && datei.write("alt:00\n") == 7));
+    datei.close();
+    QTcpServer frei;
+    QVERIFY(frei.listen(QHostAddress::LocalHost));
+    const QString port = QString::number(frei.serverPort());
+    frei.close();
+    QProcess einrichtung;
+    einrichtung.start(QStringLiteral(VELMORA_CLI),
+                      {QStringLiteral("--venue-setup"), ordner, QStringLiteral("--tables"), tische,
+                       QStringLiteral("--event"), QStringLiteral("Herbst 2026"),
+                       QStringLiteral("--port"), port});
+    QVERIFY(einrichtung.waitForFinished(lange));
+    QCOMPARE(einrichtung.exitCode(), code);
+    const QString konf = ordner + QStringLiteral("/mosquitto.conf");
+    if (code != 0) {
+        QVERIFY(!einrichtung.readAllStandardError().isEmpty());
+        QVERIFY(!QFile::exists(konf));
+        QCOMPARE(datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray(),
+                 QByteArray(pskDa ? "alt:00\n" : ""));
+        return;
+    }
+    QVERIFY(einrichtung.readAllStandardOutput().contains("mosquitto -c " + konf.toUtf8()));
+
+    // Keys for the owner alone, one per identity, each its own.
+    for (const char *geheim : {"/psk", "/zugaenge.pdf"}) {
+        struct stat angaben;
+        QCOMPARE(::stat(qPrintable(ordner + QLatin1String(geheim)), &angaben), 0);
+        QCOMPARE(angaben.st_mode & 0777, 0600u);
+    }
+    QVERIFY(datei.open(QIODevice::ReadOnly));
+    const auto psk = QRegularExpression(QStringLiteral("^tabulor:(%1)\ntisch01:(%1)\ntisch02:(%1)\n"
+                                                       "tisch03:(%1)\n$")
+                                            .arg(QStringLiteral("[0-9a-f]{32}")))
+                         .match(QString::fromLatin1(datei.readAll()));
+    QVERIFY(psk.hasMatch());
+    const QStringList schluessel = psk.capturedTexts().mid(1);
+    QCOMPARE(QSet<QString>(schluessel.cbegin(), schluessel.cend()).size(), 4);
+    QFile acl(ordner + QStringLiteral("/acl"));
+    QVERIFY(acl.open(QIODevice::ReadOnly));
+    QVERIFY(acl.readAll().contains("\nuser tisch02\ntopic read velmora/da/#\n"
+                                   "topic read velmora/alle/#\ntopic read velmora/stand/#\n"
+                                   "topic read velmora/an/tisch02/#\n"
+                                   "topic write velmora/da/tisch02\n"
+                                   "topic write velmora/alle/tisch02\n"
+                                   "topic write velmora/an/+/tisch02\n"
+                                   "topic write velmora/stand/ergebnisse/tisch02\n"));
+
+    const QString mosquitto = QStandardPaths::findExecutable(
+        QStringLiteral("mosquitto"), qEnvironmentVariable("PATH").split(u':')
+                                         << QStringLiteral("/usr/sbin"));
+    if (mosquitto.isEmpty() ||
+        QStandardPaths::findExecutable(QStringLiteral("mosquitto_pub")).isEmpty())
+        QSKIP("needs mosquitto and mosquitto-clients");
+    // As root it would become the mosquitto user, who may not read psk.
+    QFile anhang(konf);
+    QVERIFY(::geteuid() != 0 ||
+            (anhang.open(QIODevice::Append) && anhang.write("user root\n") == 10));
+    anhang.close();
+    Partner broker(mosquitto, {QStringLiteral("-c"), konf});
+    const auto mqtt = [&](const QString &id, const QString &schluessel) {
+        return QStringLiteral("-V 5 -q 1 -h 127.0.0.1 -p %1 --psk-identity %2 --psk %3")
+            .arg(port, id, schluessel)
+            .split(u' ');
+    };
+    // Exit code and what mosquitto_pub said; the message, its topic, is kept for
+    // those who subscribe later.
+    const auto senden = [&](const QString &schluessel, const QString &thema) -> QString {
+        QProcess pub;
+        pub.start(QStringLiteral("mosquitto_pub"),
+                  mqtt(QStringLiteral("tisch01"), schluessel) +
+                      QStringList{QStringLiteral("-r"), QStringLiteral("-t"), thema,
+                                  QStringLiteral("-m"), thema});
+        pub.waitForFinished(lange);
+        return QString::number(pub.exitCode()) + u' ' +
+               QString::fromUtf8(pub.readAllStandardError());
+    };
+    // Tried until the broker listens; the kept message then tells when the
+    // subscription stands.
+    const QString eigener = schluessel.at(1);
+    QTRY_COMPARE_WITH_TIMEOUT(senden(eigener, QStringLiteral("velmora/da/tisch01")),
+                              QStringLiteral("0 "), lange);
+    Partner tabulor(
+        QStringLiteral("mosquitto_sub"),
+        mqtt(QStringLiteral("tabulor"), schluessel.at(0)) +
+            QStringList{QStringLiteral("-t"), QStringLiteral("velmora/#"), QStringLiteral("-v")});
+    QTRY_COMPARE_WITH_TIMEOUT(tabulor.zeilen.size(), 1, lange);
+    QCOMPARE(senden(eigener, QStringLiteral("velmora/alle/tisch01")), QStringLiteral("0 "));
+    QVERIFY(senden(eigener, QStringLiteral("velmora/alle/tisch02")).contains("Not authorized"));
+    QVERIFY(senden(eigener, QStringLiteral("velmora/stand/spieler/tabulor"))
+                .contains("Not authorized"));
+    QVERIFY(senden(schluessel.at(2), QStringLiteral("velmora/da/x")).contains("TLS error"));
+    QCOMPARE(senden(eigener, QStringLiteral("velmora/an/tabulor/tisch01")), QStringLiteral("0 "));
+    const QStringList erhalten{
+        QStringLiteral("velmora/da/tisch01 velmora/da/tisch01"),
+        QStringLiteral("velmora/alle/tisch01 velmora/alle/tisch01"),
+        QStringLiteral("velmora/an/tabulor/tisch01 velmora/an/tabulor/tisch01")};
+    QTRY_COMPARE_WITH_TIMEOUT(tabulor.zeilen, erhalten, lange);
 }
 
 QTEST_GUILESS_MAIN(TestVelmoraProzesse)

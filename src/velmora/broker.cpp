@@ -101,7 +101,7 @@ QString Broker::Anwesend::id() const
 
 Broker::Broker(const QString &programm, const Zugang &zugang, QObject *parent)
     : Anschluss(parent), m_programm(programm), m_zugang(zugang),
-      m_eigeneAdresse(schnittstellenAdresse())
+      m_eigeneAdresse(lanAdresse())
 {
     bibliothekStarten();
     m_zaehler = quint64(QDateTime::currentMSecsSinceEpoch()) * 1000;

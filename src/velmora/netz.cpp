@@ -64,7 +64,7 @@ QString Netz::eigeneId() const
            QString::number(m_eigene.port);
 }
 
-QString schnittstellenAdresse()
+QString lanAdresse()
 {
     const auto netze = QNetworkInterface::allInterfaces();
     for (const QNetworkInterface &netz : netze) {
@@ -86,7 +86,7 @@ QString schnittstellenAdresse()
 
 void Netz::adresseLesen()
 {
-    const QString text = schnittstellenAdresse();
+    const QString text = lanAdresse();
     if (text == m_eigeneAdresse)
         return;
     m_eigeneAdresse = text;

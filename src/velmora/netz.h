@@ -24,9 +24,10 @@ struct Einstellungen
 // waits and keep networks apart with them.
 Einstellungen einstellungenAusUmgebung();
 
-// The first IPv4 address of the first interface that is up, running, can
-// broadcast and is not loopback; 127.0.0.1 without one.
-QString schnittstellenAdresse();
+// This machine's address on the LAN: the first IPv4 address of the first
+// interface that is up, running, can broadcast and is not loopback;
+// 127.0.0.1 without one.
+QString lanAdresse();
 
 // The mesh as one participant sees it: at most one established link per
 // other participant, whether it was found by beacon or by a neighbour's list.

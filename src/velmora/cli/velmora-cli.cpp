@@ -5,6 +5,7 @@
 // it carries a LAN manager's messages to the tables at a broker and theirs
 // back.
 
+#include "velmora/cli/einrichtung.h"
 #include "velmora/client.h"
 
 #include <QCommandLineParser>
@@ -129,6 +130,8 @@ void bruecke(const LinkSettings &veranstaltung, const QString &managerName, bool
 
 int main(int argc, char **argv)
 {
+    if (einrichtungVerlangt(argc, argv))
+        return einrichtungAusfuehren(argc, argv);
     QCoreApplication app(argc, argv);
     QCommandLineParser optionen;
     optionen.setApplicationDescription(QStringLiteral("A LAN participant on the command line."));
@@ -170,6 +173,7 @@ int main(int argc, char **argv)
                        "the broker, as --psk-identity."));
     optionen.addOptions(
         {name, stumm, eofEnde, ganz, schluesselDatei, broker, pskKennung, pskDatei, brueckeOption});
+    optionen.addOptions(einrichtungsOptionen());
     optionen.addPositionalArgument(QStringLiteral("message"),
                                    QStringLiteral("Sent once the first participant is there."),
                                    QStringLiteral("[message ...]"));
