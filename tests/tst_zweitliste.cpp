@@ -110,33 +110,21 @@ public:
 class Server : public Prozess
 {
 public:
-    explicit Server(const QString &ordner) : Prozess(QStringLiteral(VELMORA_CLI), {})
+    explicit Server(const QString &ordner)
+        : Prozess(QStringLiteral("mosquitto"), {"-c", einrichten(ordner)}), m_ordner(ordner)
     {
-        QTcpServer frei;
-        frei.listen(QHostAddress::LocalHost);
-        port = frei.serverPort();
-        frei.close();
-        starten(QStringLiteral(VELMORA_CLI),
-                {"--venue-setup", ordner, "--tables", "3", "--event", "Test", "--port",
-                 QString::number(port), "--address", "127.0.0.1"});
-        m_prozess.waitForFinished();
         QFile psk(ordner + "/psk");
         psk.open(QIODevice::ReadOnly);
         for (const QByteArray &zeile : psk.readAll().split('\n'))
             schluessel.insert(zeile.split(':').value(0), zeile.split(':').value(1));
-        m_konf = ordner + "/mosquitto.conf";
-        // Run by root the broker would turn into a user who cannot read the keys.
-        QFile konf(m_konf);
-        if (::getuid() == 0 && konf.open(QIODevice::Append))
-            konf.write("user root\n");
-        laufen();
     }
     ~Server() { beenden(); }
-    void laufen() { starten(QStringLiteral("mosquitto"), {"-c", m_konf}); }
+    void laufen() { starten(QStringLiteral("mosquitto"), {"-c", m_ordner + "/mosquitto.conf"}); }
     QStringList als(const QString &kennung) const
     {
-        return {"--broker",   QStringLiteral("127.0.0.1:%1").arg(port), "--psk-identity", kennung,
-                "--psk-file", QFileInfo(m_konf).path() + "/psk"};
+        return {"--broker",       QStringLiteral("127.0.0.1:%1").arg(port),
+                "--psk-identity", kennung,
+                "--psk-file",     m_ordner + "/psk"};
     }
     QString tisch(const QString &kennung) const
     {
@@ -145,11 +133,27 @@ public:
             .arg(kennung, QString::fromLatin1(schluessel.value(kennung.toLatin1())));
     }
 
-    quint16 port = 0;
+    static inline quint16 port = 0;
     QHash<QByteArray, QByteArray> schluessel;
 
 private:
-    QString m_konf;
+    static QString einrichten(const QString &ordner)
+    {
+        QTcpServer frei;
+        frei.listen(QHostAddress::LocalHost);
+        port = frei.serverPort();
+        frei.close();
+        QProcess::execute(QStringLiteral(VELMORA_CLI),
+                          {"--venue-setup", ordner, "--tables", "3", "--event", "Test", "--port",
+                           QString::number(port), "--address", "127.0.0.1"});
+        // Run by root the broker would turn into a user who cannot read the keys.
+        QFile konf(ordner + "/mosquitto.conf");
+        if (::getuid() == 0 && konf.open(QIODevice::Append))
+            konf.write("user root\n");
+        return konf.fileName();
+    }
+
+    QString m_ordner;
 };
 
 } // namespace
@@ -292,15 +296,17 @@ void TstZweitliste::veranstaltung()
     QVERIFY(zweite.befehl("zweitliste 5"));
     QTRY_COMPARE_WITH_TIMEOUT(zweite.frage("zeilen", "ZEILEN"), QStringLiteral("1"), 10000);
 
-    // The broker killed mid-game and back: the game entered meanwhile arrives once.
+    // The broker killed mid-game and back: the game entered meanwhile arrives
+    // once. (It keeps the sessions it saved, which it does every second.)
+    QTest::qWait(2500);
     server.beenden();
     QVERIFY(fuenf.befehl("spiel tbGrang 2 1"));
     server.laufen();
     QElapsedTimer uhr;
     uhr.start();
     QTRY_COMPARE_WITH_TIMEOUT(manager->anzahl(13, "$5@1@2@"), 1, 15000);
+
     qInfo("Spiel nach Neustart des Servers beim Manager nach %lld ms", uhr.elapsed());
-    QTRY_COMPARE_WITH_TIMEOUT(zweite.frage("zeilen", "ZEILEN"), QStringLiteral("2"), 15000);
 
     // The manager away for two games: back, it has them and the standings.
     manager.reset();
@@ -308,7 +314,8 @@ void TstZweitliste::veranstaltung()
     QVERIFY(fuenf.befehl("spiel tbKreuz 1 0"));
     manager = std::make_unique<Manager>(server.als("tabulor"));
     QTRY_VERIFY_WITH_TIMEOUT(manager->hat(13, "$5@1@3@") && manager->hat(13, "$5@1@4@"), 10000);
-    QTRY_VERIFY_WITH_TIMEOUT(manager->hat(7, "Bernd|5|1|"), 5000);
+    // Paired, the table sends no results; those it sent before are kept.
+    QTRY_VERIFY_WITH_TIMEOUT(manager->hat(7, "Bernd|5|1|74|1|0|"), 5000);
     QCOMPARE(manager->anzahl(13, "$5@1@3@") + manager->anzahl(13, "$5@1@4@"), 2);
 
     // Draw and costs kept by the broker: a table that starts later has them at once.
@@ -319,6 +326,16 @@ void TstZweitliste::veranstaltung()
     Manager spaet(server.als("tisch03"));
     QTRY_VERIFY_WITH_TIMEOUT(spaet.hat(6, "$7@1@1|A") && spaet.hat(15, "$7@1@0.5"), 2000);
     qInfo("Auslosung und Kosten beim spaeten Tisch nach %lld ms", uhr.elapsed());
+
+    // A manager that knows only the LAN reaches the tables through the bridge.
+    manager.reset();
+    Manager lan;
+    Manager bruecke(server.als("tabulor") << "--bridge");
+    QTRY_VERIFY_WITH_TIMEOUT(
+        spaet.zeilen.filter(QRegularExpression(" JOIN \\S+:tabulor$")).size() == 2, 10000);
+    spaet.sagen("12:127.0.0.1:$9");
+    lan.sagen("3:127.0.0.1:$9");
+    QTRY_VERIFY_WITH_TIMEOUT(lan.hat(12, "$9") && spaet.hat(3, "$9"), 5000);
 }
 
 QTEST_GUILESS_MAIN(TstZweitliste)

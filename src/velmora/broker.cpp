@@ -100,8 +100,7 @@ QString Broker::Anwesend::id() const
 }
 
 Broker::Broker(const QString &programm, const Zugang &zugang, QObject *parent)
-    : Anschluss(parent), m_programm(programm), m_zugang(zugang),
-      m_eigeneAdresse(lanAdresse())
+    : Anschluss(parent), m_programm(programm), m_zugang(zugang), m_eigeneAdresse(lanAdresse())
 {
     bibliothekStarten();
     m_zaehler = quint64(QDateTime::currentMSecsSinceEpoch()) * 1000;
@@ -231,8 +230,9 @@ void Broker::verbunden(int rc, bool sitzungDa)
         zeiger[i] = themen[i].data();
     }
     mosquitto_subscribe_v5(m_mosq, nullptr, zeiger[0], 1, MQTT_SUB_OPT_NO_LOCAL, nullptr);
-    // The broker kept what was subscribed and queued what came meanwhile.
-    if (!sitzungDa)
+    // The broker kept what was subscribed and queued what came meanwhile; a
+    // fresh start of this program still wants the kept state once.
+    if (!sitzungDa || std::exchange(m_ersteVerbindung, false))
         mosquitto_subscribe_multiple(m_mosq, nullptr, abos.size() - 1, zeiger + 1, 1,
                                      MQTT_SUB_OPT_NO_LOCAL, nullptr);
     emit zustandGeaendert(true, QString());
@@ -249,16 +249,17 @@ void Broker::verloren(const QString &grund)
     m_lesen.reset();
     m_schreiben.reset();
     const bool warOffen = std::exchange(m_offen, false);
-    if (warOffen) {
-        // Until the broker is back nobody can be reached; who is there then
-        // comes with the presence read anew.
-        for (auto it = m_anwesend.begin(); it != m_anwesend.end(); ++it) {
-            if (it->online) {
-                it->online = false;
-                emit gegangen(it->id() + it.key());
-            }
-        }
+    // What the broker has not confirmed goes again when it is back; should the
+    // library send it as well, the receivers know the number.
+    for (auto it = m_unbestaetigt.cbegin(); it != m_unbestaetigt.cend(); ++it) {
+        m_wartend.append(*it);
+        m_wartendBytes += it->nutzlast.size();
     }
+    m_unbestaetigt.clear();
+    std::sort(m_wartend.begin(), m_wartend.end(),
+              [](const Wartend &a, const Wartend &b) { return a.nummer < b.nummer; });
+    // Those present stay so: the broker keeps their sessions, and who really
+    // went is in the presence read when it is back.
     if (warOffen || grund != m_letzterGrund) {
         m_letzterGrund = grund;
         emit zustandGeaendert(false, grund);
@@ -322,12 +323,13 @@ void Broker::anwesenheitMelden(bool online)
     }
 }
 
-void Broker::beimVeroeffentlichen(mosquitto *, void *selbst, int, int rc,
+void Broker::beimVeroeffentlichen(mosquitto *, void *selbst, int mid, int rc,
                                   const mosquitto_property *)
 {
+    auto *broker = static_cast<Broker *>(selbst);
+    broker->m_unbestaetigt.remove(mid);
     if (rc >= 0x80)
-        emit static_cast<Broker *>(selbst)->verweigert(
-            QString::fromUtf8(mosquitto_reason_string(rc)));
+        emit broker->verweigert(QString::fromUtf8(mosquitto_reason_string(rc)));
 }
 
 void Broker::beiNachricht(mosquitto *, void *selbst, const mosquitto_message *nachricht,
@@ -364,12 +366,18 @@ void Broker::anwesenheit(const QString &identitaet, const QString &text,
     const Anwesend alt = m_anwesend.value(identitaet);
     m_anwesend.insert(identitaet, neu);
     const bool gleich = alt.online == neu.online && alt.id() == neu.id();
-    if (gleich || !m_offen)
-        return;
-    if (alt.online)
+    if (!gleich && alt.online)
         emit gegangen(alt.id() + identitaet);
-    if (neu.online)
+    if (!gleich && neu.online)
         emit beigetreten(neu.id() + identitaet);
+    if (neu.programm.isEmpty())
+        return;
+    // What its session held came before the presence that names the sender.
+    const QList<QString> frueher = m_unbekannt.take(identitaet);
+    for (const QString &text : frueher) {
+        m_unbekanntBytes -= text.size();
+        emit nachricht(neu.id() + identitaet, text);
+    }
 }
 
 void Broker::empfangen(const QString &thema, const QByteArray &nutzlast,
@@ -378,21 +386,32 @@ void Broker::empfangen(const QString &thema, const QByteArray &nutzlast,
     const QString wer = Themen::absender(thema, m_zugang.identitaet);
     if (wer == m_zugang.identitaet)
         return;
-    const auto bekannt = m_anwesend.constFind(wer);
-    if (wer.isEmpty() || bekannt == m_anwesend.cend() || bekannt->programm.isEmpty()) {
-        verwerfen(wer.isEmpty() ? thema : wer, "topic outside the tree or sender unknown");
+    if (wer.isEmpty()) {
+        verwerfen(thema, "topic outside the tree");
         return;
     }
-    const QString id = bekannt->id() + wer;
     bool zahl = false;
     const quint64 nummer = eigenschaft(eigenschaften, "seq").toULongLong(&zahl);
     const std::optional<QString> text = utf8Lesen(nutzlast);
     if (!zahl || !text || nutzlast.size() > hoechsteNachricht) {
-        verwerfen(id, "message without a number, too long or no UTF-8");
+        verwerfen(wer, "message without a number, too long or no UTF-8");
         return;
     }
-    if (m_doppelt.neu(wer, nummer))
-        emit nachricht(id, *text);
+    if (!m_doppelt.neu(wer, nummer))
+        return;
+    const auto bekannt = m_anwesend.constFind(wer);
+    if (bekannt != m_anwesend.cend() && !bekannt->programm.isEmpty()) {
+        emit nachricht(bekannt->id() + wer, *text);
+        return;
+    }
+    // Queued for this participant while it was away, before the presence
+    // that names its sender: kept until that comes.
+    if (m_unbekanntBytes + text->size() > hoechstWartend) {
+        verwerfen(wer, "too much from a sender without presence");
+        return;
+    }
+    m_unbekannt[wer].append(*text);
+    m_unbekanntBytes += text->size();
 }
 
 void Broker::verwerfen(const QString &id, const char *grund)

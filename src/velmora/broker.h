@@ -85,6 +85,7 @@ private:
     mosquitto *m_mosq = nullptr;
     QString m_eigeneAdresse;
     bool m_offen = false;
+    bool m_ersteVerbindung = true;
     QString m_letzterGrund;
     std::unique_ptr<QSocketNotifier> m_lesen;
     std::unique_ptr<QSocketNotifier> m_schreiben;
@@ -105,6 +106,11 @@ private:
     };
     QList<Wartend> m_wartend;
     qint64 m_wartendBytes = 0;
+    // Messages from identities whose presence has not come yet.
+    QHash<QString, QList<QString>> m_unbekannt;
+    qint64 m_unbekanntBytes = 0;
+    // Sent, by message id, until the broker confirms it.
+    QHash<int, Wartend> m_unbestaetigt;
 };
 
 } // namespace Velmora
