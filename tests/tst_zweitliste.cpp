@@ -327,6 +327,11 @@ void TstZweitliste::veranstaltung()
     QTRY_VERIFY_WITH_TIMEOUT(spaet.hat(6, "$7@1@1|A") && spaet.hat(15, "$7@1@0.5"), 2000);
     qInfo("Auslosung und Kosten beim spaeten Tisch nach %lld ms", uhr.elapsed());
 
+    // A table writing the manager's state: the broker refuses, the table is told.
+    spaet.sagen("4:127.0.0.1:$1|Falsch|Ja|Ja");
+    QTRY_VERIFY_WITH_TIMEOUT(!spaet.zeilen.filter(" REFUSED Not authorized").isEmpty(), 5000);
+    QVERIFY(!manager->hat(4, "Falsch"));
+
     // A manager that knows only the LAN reaches the tables through the bridge.
     manager.reset();
     Manager lan;

@@ -163,22 +163,26 @@ void Broker::versuchen()
         return;
     // The library connects blocking; only a broker that answers is handed to it,
     // so an unreachable one never freezes the window.
-    m_probe = new QTcpSocket(this);
-    auto fertig = [this](bool erreicht, const QString &grund) {
-        m_probe->abort();
-        m_probe->deleteLater();
+    auto *sonde = new QTcpSocket(this);
+    m_probe = sonde;
+    // Connected, failed or timed out: whichever comes first decides.
+    auto fertig = [this, sonde](bool erreicht, const QString &grund) {
+        if (m_probe != sonde)
+            return;
         m_probe = nullptr;
-        if (erreicht) {
+        sonde->disconnect(this);
+        sonde->abort();
+        sonde->deleteLater();
+        if (erreicht)
             anmelden();
-        } else {
+        else
             verloren(grund);
-        }
     };
-    connect(m_probe, &QTcpSocket::connected, this, [fertig] { fertig(true, QString()); });
-    connect(m_probe, &QTcpSocket::errorOccurred, this,
-            [this, fertig] { fertig(false, m_probe->errorString()); });
-    QTimer::singleShot(probeMs, m_probe, [fertig] { fertig(false, QStringLiteral("timed out")); });
-    m_probe->connectToHost(m_zugang.rechner, m_zugang.port);
+    connect(sonde, &QTcpSocket::connected, this, [fertig] { fertig(true, QString()); });
+    connect(sonde, &QTcpSocket::errorOccurred, this,
+            [sonde, fertig] { fertig(false, sonde->errorString()); });
+    QTimer::singleShot(probeMs, sonde, [fertig] { fertig(false, QStringLiteral("timed out")); });
+    sonde->connectToHost(m_zugang.rechner, m_zugang.port);
 }
 
 void Broker::anmelden()
