@@ -1,15 +1,14 @@
 // The venue at scale: 100 tables and the manager through a Mosquitto broker
 // of its own, then the same evening over the LAN link for comparison, with
 // 50 tables: a mesh of a hundred did not come together within three minutes
-// here (--netz-tische sets the number). Each
-// table sends 48 rows, after each its results, and at its end its sheet
-// (2 MiB, base64), paced as a busy evening compressed to under a minute,
-// all tables interleaved. The manager checks that every message came once
-// and in its table's order, and how long it took from the table's
-// sendMessage() to its newMessage(); every table counts what it got of the
-// others. Peak memory of the broker, the table processes and the manager.
-// Run inside the private network namespace (scripts/bench-veranstaltung.sh);
-// the program starts itself again with "--tischprozess" for the table processes.
+// here (--netz-tische sets the number). Each table sends 48 rows, after
+// each its results, and at its end its sheet (2 MiB, base64), paced as a
+// busy evening compressed to under a minute, all tables interleaved. The manager checks that every
+// message came once and in its table's order, and how long it took from the table's sendMessage()
+// to its newMessage(); every table counts what it got of the others. Peak memory of the broker, the
+// table processes and the manager. Run inside the private network namespace
+// (scripts/bench-veranstaltung.sh); the program starts itself again with "--tischprozess" for the
+// table processes.
 
 #include "core/link/nachricht.h"
 #include "velmora/client.h"
@@ -279,6 +278,9 @@ int tischeProzess(const QStringList &a)
     // Rows and results, which every table may need, apart from the sheets,
     // which are for the manager alone.
     qint64 empfangen = 0, blaetter = 0;
+    // Participants that left while the evening ran: links that broke.
+    int gegangen = 0;
+    bool zaehlen = true;
     for (int i = 0; i < anzahl; ++i) {
         const QString wer = kennung(erster + i);
         tische.push_back(
@@ -288,6 +290,8 @@ int tischeProzess(const QStringList &a)
                          [&](const QString &, const QString &text) {
                              ++(text.startsWith(QLatin1String("17:")) ? blaetter : empfangen);
                          });
+        QObject::connect(tische.back().get(), &Client::participantLeft,
+                         [&](const QString &) { gegangen += zaehlen; });
     }
 
     auto zeile = [](const QByteArray &text) {
@@ -321,13 +325,16 @@ int tischeProzess(const QStringList &a)
     for (int i = 0; i < anzahl; ++i) {
         const double beginn = zufall.bounded(0.2) * dauerUs;
         const double spiel = 0.75 * dauerUs / abend.zeilen;
+        qint64 zuletzt = 0;
         for (int n = 1; n <= abend.zeilen; ++n) {
             const double zeit = beginn + (n - 0.5 + zufall.bounded(0.6) - 0.3) * spiel;
+            zuletzt = qint64(zeit + (0.05 + zufall.bounded(0.25)) * spiel);
             plan.push_back({qint64(zeit), i, 2 * n - 1});
-            plan.push_back({qint64(zeit + (0.05 + zufall.bounded(0.25)) * spiel), i, 2 * n});
+            plan.push_back({zuletzt, i, 2 * n});
         }
-        plan.push_back({qint64(beginn + 0.75 * dauerUs + zufall.bounded(0.5) * spiel), i,
-                        abend.blattNummer()});
+        // The sheet after the last results, so the plan keeps the numbers' order.
+        plan.push_back(
+            {zuletzt + qint64((0.1 + zufall.bounded(0.5)) * spiel), i, abend.blattNummer()});
     }
     std::stable_sort(plan.begin(), plan.end(),
                      [](const Termin &x, const Termin &y) { return x.faelligUs < y.faelligUs; });
@@ -400,6 +407,7 @@ int tischeProzess(const QStringList &a)
         for (const auto &tisch : tische)
             abgewiesen += tisch->rejectedMessages();
         liste += "abgewiesen " + QByteArray::number(abgewiesen) + '\n';
+        liste += "gegangen " + QByteArray::number(gegangen) + '\n';
         liste += "hwm " + QByteArray::number(hoechsterSpeicherKb(QStringLiteral("self")));
         zeile(liste);
         tische.clear();
@@ -423,6 +431,8 @@ int tischeProzess(const QStringList &a)
                 startUs = jetztUs();
                 takt.start();
                 stand.start();
+            } else if (befehl == "halt") {
+                zaehlen = false;
             } else if (befehl == "ende") {
                 stdinLeser.setEnabled(false);
                 beenden();
@@ -588,6 +598,7 @@ struct Tischgruppe
     qint64 blaetter = 0;
     qint64 hwmKb = 0;
     int abgewiesen = 0;
+    int gegangen = 0;
     QHash<quint64, qint64> gesendet;
     QHash<int, QByteArray> summen;
 };
@@ -647,6 +658,9 @@ QVector<Ergebnis> abendSpielen(const Lauf &lauf)
     QHash<int, std::vector<Eingang>> eingang;
     QHash<int, QByteArray> summen;
     qint64 anLeitung = 0, unlesbar = 0, falscherAbsender = 0;
+    int gegangen = 0;
+    QObject::connect(leitung.get(), &Client::participantLeft,
+                     [&gegangen](const QString &) { ++gegangen; });
     QObject::connect(
         leitung.get(), &Client::newMessage, [&](const QString &von, const QString &text) {
             const qint64 jetzt = jetztUs();
@@ -694,6 +708,8 @@ QVector<Ergebnis> abendSpielen(const Lauf &lauf)
                     g.summen.insert(teile[1].toInt(), teile[2]);
                 else if (teile.first() == "abgewiesen")
                     g.abgewiesen = teile.value(1).toInt();
+                else if (teile.first() == "gegangen")
+                    g.gegangen = teile.value(1).toInt();
                 else if (teile.first() == "hwm")
                     g.hwmKb = teile.value(1).toLongLong();
             }
@@ -782,6 +798,11 @@ QVector<Ergebnis> abendSpielen(const Lauf &lauf)
     const qint64 brokerKb = saal ? saal->hoechsterSpeicherKb() : 0;
     const bool brokerLaeuft = !saal || saal->laeuft();
     const qint64 leitungKb = hoechsterSpeicherKb(QStringLiteral("self"));
+    const int leitungVerloren = gegangen;
+    // Every table stops counting the others' leaving before the first one goes.
+    for (Tischgruppe &g : gruppen)
+        g.prozess->write("halt\n");
+    warten([] { return false; }, 500);
 
     for (Tischgruppe &g : gruppen)
         g.prozess->write("ende\n");
@@ -804,12 +825,13 @@ QVector<Ergebnis> abendSpielen(const Lauf &lauf)
     QHash<quint64, qint64> gesendet;
     QHash<int, QByteArray> gesendeteSummen;
     qint64 tischeKb = 0;
-    int abgewiesen = 0;
+    int abgewiesen = 0, tischeVerloren = 0;
     for (const Tischgruppe &g : gruppen) {
         gesendet.insert(g.gesendet);
         gesendeteSummen.insert(g.summen);
         tischeKb = std::max(tischeKb, g.hwmKb);
         abgewiesen += g.abgewiesen;
+        tischeVerloren += g.gegangen;
         pruefen(g.fertig, "tische berichten");
     }
     pruefen(gesendet.size() == erwartet, "alles gesendet");
@@ -896,6 +918,9 @@ QVector<Ergebnis> abendSpielen(const Lauf &lauf)
                       .arg(blaetterTische)
                       .arg(blaetterS, 0, 'f', 1),
                   QString(), true};
+    e << Ergebnis{vorn + QStringLiteral("abgerissene Verbindungen, Leitung / Tische"),
+                  QStringLiteral("%1 / %2").arg(leitungVerloren).arg(tischeVerloren),
+                  QStringLiteral("0"), leitungVerloren == 0 && tischeVerloren == 0};
     if (saal || lauf.veranstaltung)
         e << Ergebnis{vorn + QStringLiteral("Broker, hoechster Speicher"),
                       mb(brokerKb) + (brokerLaeuft ? QString() : QStringLiteral(", abgestuerzt")),
