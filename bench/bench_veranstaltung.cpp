@@ -750,7 +750,8 @@ QVector<Ergebnis> abendSpielen(const Lauf &lauf)
         g.prozess->write("los\n");
     const qint64 erwartet = qint64(lauf.tische) * lauf.abend.proTisch();
     const qint64 erwartetTische = qint64(lauf.tische) * 2 * lauf.abend.zeilen * (lauf.tische - 1);
-    const qint64 blaetterTische = qint64(lauf.tische) * (lauf.tische - 1);
+    // At a venue a sheet goes to the manager alone; the mesh hands it to everyone.
+    const qint64 blaetterTische = saal ? 0 : qint64(lauf.tische) * (lauf.tische - 1);
     auto beiTischen = [&] {
         qint64 summe = 0;
         for (const Tischgruppe &g : gruppen)
@@ -913,7 +914,7 @@ QVector<Ergebnis> abendSpielen(const Lauf &lauf)
                   QStringLiteral("0 verloren"), beiTischen() == erwartetTische};
     // Sheets are for the manager; what the link brings the tables of them is its cost.
     e << Ergebnis{vorn + QStringLiteral("Blaetter bei den Tischen"),
-                  QStringLiteral("%1 (jedes an alle: %2) in %3 s")
+                  QStringLiteral("%1 (erwartet: %2) in %3 s")
                       .arg(blaetterBeiTischen())
                       .arg(blaetterTische)
                       .arg(blaetterS, 0, 'f', 1),

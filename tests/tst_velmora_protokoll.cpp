@@ -267,6 +267,8 @@ void TestVelmoraProtokoll::themen_data()
     ziel("6 auslosung", "6:10.0.0.2:G$5@1", "+velmora/stand/auslosung/10.0.0.2/tisch01");
     ziel("15 kosten", "15:10.0.0.2:G$5@1@x", "+velmora/stand/kosten/10.0.0.2/tisch01");
     ziel("9 an tisch02", "9:10.0.0.2:$5@1", "velmora/an/tisch02/tisch01");
+    ziel("5 an die leitung", "5:10.0.0.1:$5@1", "velmora/an/tabulor/tisch01");
+    ziel("17 an die leitung", "17:10.0.0.1:$S.pdf@eJw=", "velmora/an/tabulor/tisch01");
     ziel("14 an tisch02", "14:10.0.0.2:$12@1", "velmora/an/tisch02/tisch01");
     ziel("9 an unbekannt", "9:10.0.0.7:$5@1", "velmora/alle/tisch01");
     ziel("13 an tisch02 auch an alle", "13:10.0.0.2:$5@1@1", "velmora/alle/tisch01");

@@ -10,6 +10,8 @@ namespace Velmora::Themen {
 namespace {
 
 const QString wurzel = QStringLiteral("velmora/");
+// The manager's identity, as the venue's set-up names it.
+constexpr char leitung[] = "tabulor";
 
 // The header of "<type>:<address>:<group>$...": type and address.
 bool kopfLesen(const QString &text, int &typ, QString &adresse)
@@ -64,6 +66,12 @@ Ziel ziel(const QString &text, const QString &absender, const QString &eigeneAdr
             return {wurzel % QStringLiteral("stand/auslosung/") % adresse % u'/' % absender, true};
         case 15:
             return {wurzel % QStringLiteral("stand/kosten/") % adresse % u'/' % absender, true};
+        case 5:
+        case 16:
+        case 17:
+            // For the manager alone: a sheet to every table would make every
+            // row wait behind it. Its session keeps them while it is away.
+            return {wurzel % QStringLiteral("an/") % QLatin1String(leitung) % u'/' % absender};
         case 3:
         case 9:
         case 10:

@@ -27,9 +27,10 @@ struct Ziel
 };
 
 // Where a text goes: a player list, a draw, costs and a table's results
-// are state, kept per table address; a reply or a notice for one other
-// participant goes to its inbox when its identity is known; everything else
-// to all. `identitaetVon` gives the identity at an address, empty if none.
+// are state, kept per table address; what only the manager reads (a request
+// for the draw, a sheet) goes to the inbox of "tabulor"; a reply or a notice
+// for one other participant to its inbox when its identity is known;
+// everything else to all. `identitaetVon` gives the identity at an address, empty if none.
 Ziel ziel(const QString &text, const QString &absender, const QString &eigeneAdresse,
           const std::function<QString(const QString &)> &identitaetVon);
 
