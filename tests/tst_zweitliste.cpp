@@ -278,6 +278,8 @@ void TstZweitliste::veranstaltung()
     Server server(ordner.path());
     QVERIFY(server.schluessel.contains("tisch03"));
     auto manager = std::make_unique<Manager>(server.als("tabulor"));
+    // Its session begins at its first connection; the broker may still be starting.
+    QTRY_VERIFY_WITH_TIMEOUT(!manager->zeilen.filter(" LINK open").isEmpty(), 5000);
     Tisch fuenf;
     Tisch zweite;
     QVERIFY(fuenf.befehl("liste 5"));
