@@ -117,6 +117,8 @@ private slots:
     void zweitlisteSendetNicht();
     void zweitlisteOhneTisch();
     void schluessel();
+    void verbindung_data();
+    void verbindung();
     void nurImTurnier();
 };
 
@@ -576,6 +578,75 @@ void TstNetz::schluessel()
     QTRY_COMPARE(status(fenster),
                  QStringLiteral("2 Nachrichten ohne gueltigen Schluessel verworfen"));
     QCOMPARE(rangliste->match(rangliste->index(0, 0), Qt::DisplayRole, "Ida").size(), 1);
+}
+
+// The link typed on the settings page: what cannot be used is refused with a
+// box and changes nothing; what can is kept in the link's own file and used.
+void TstNetz::verbindung_data()
+{
+    QTest::addColumn<QString>("server");
+    QTest::addColumn<QString>("kennung");
+    QTest::addColumn<QString>("schluessel");
+    QTest::addColumn<QString>("meldung");
+    QTest::addColumn<QString>("anzeige");
+    const QString acht = "0011 2233 4455 6677";
+    const QString nichtErreicht = "Verbindung: Veranstaltung, Server 127.0.0.1:9 nicht erreicht";
+    QTest::newRow("veranstaltung") << "127.0.0.1:9"
+                                   << "tisch07" << acht << "" << nichtErreicht;
+    QTest::newRow("server leer") << ""
+                                 << "tisch07" << acht << "Server"
+                                 << "";
+    QTest::newRow("server mit leerzeichen") << "a b"
+                                            << "tisch07" << acht << "Server"
+                                            << "";
+    QTest::newRow("kennung mit /") << "127.0.0.1:9"
+                                   << "tisch/07" << acht << "Kennung"
+                                   << "";
+    QTest::newRow("schluessel kein hex") << "127.0.0.1:9"
+                                         << "tisch07"
+                                         << "0011 2233 4455 667x"
+                                         << "Schluessel"
+                                         << "";
+    QTest::newRow("schluessel zu kurz") << "127.0.0.1:9"
+                                        << "tisch07"
+                                        << "0011"
+                                        << "Schluessel"
+                                        << "";
+}
+
+void TstNetz::verbindung()
+{
+    QFETCH(QString, server);
+    QFETCH(QString, kennung);
+    QFETCH(QString, schluessel);
+    QFETCH(QString, meldung);
+    QFETCH(QString, anzeige);
+    laufendeListe();
+    MainWindow fenster;
+    MeldungsBeantworter antworten;
+    auto *stand = kind<QLabel>(&fenster, "lblVerbindungsart");
+    QCOMPARE(stand->text(), QStringLiteral("Verbindung: LAN (ohne Server)"));
+    kind<QComboBox>(&fenster, "cmbVerbindung")->setCurrentIndex(1);
+    kind<QLineEdit>(&fenster, "leServer")->setText(server);
+    kind<QLineEdit>(&fenster, "leKennung")->setText(kennung);
+    kind<QLineEdit>(&fenster, "leZugangsschluessel")->setText(schluessel);
+    kind<QPushButton>(&fenster, "pbVerbindungUebernehmen")->click();
+    QCOMPARE(antworten.titel, meldung.isEmpty() ? QStringList() : QStringList{"Verbindung"});
+    QVERIFY(antworten.texte.join("").contains(meldung));
+    const LinkSettings gespeichert = LinkSettings::load();
+    QCOMPARE(gespeichert.mode == LinkSettings::Mode::Venue, meldung.isEmpty());
+    if (!meldung.isEmpty())
+        return;
+    QCOMPARE(gespeichert.identity, kennung);
+    QCOMPARE(gespeichert.key.toHex(), QByteArray("0011223344556677"));
+    QTRY_VERIFY(stand->text().startsWith(anzeige));
+    QCOMPARE(fenster.findChild<Client *>()->linkMode(), LinkSettings::Mode::Venue);
+    // Back to the LAN: the venue's data stay for next time.
+    kind<QComboBox>(&fenster, "cmbVerbindung")->setCurrentIndex(0);
+    kind<QPushButton>(&fenster, "pbVerbindungUebernehmen")->click();
+    QCOMPARE(stand->text(), QStringLiteral("Verbindung: LAN (ohne Server)"));
+    QCOMPARE(LinkSettings::load().identity, kennung);
+    QCOMPARE(LinkSettings::load().mode, LinkSettings::Mode::Lan);
 }
 
 // Messages from the link are taken in tournament mode only: in result and

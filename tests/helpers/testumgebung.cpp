@@ -48,6 +48,9 @@ void allesLoeschen()
     QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
               QStringLiteral("Kartulo"))
         .clear();
+    QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
+              QStringLiteral("velmora"))
+        .clear();
 }
 
 } // namespace TestUmgebung
