@@ -271,6 +271,8 @@ void TestVelmoraProtokoll::themen_data()
     ziel("17 an die leitung", "17:10.0.0.1:$S.pdf@eJw=", "velmora/an/tabulor/tisch01");
     ziel("14 an tisch02", "14:10.0.0.2:$12@1", "velmora/an/tisch02/tisch01");
     ziel("9 an unbekannt", "9:10.0.0.7:$5@1", "velmora/alle/tisch01");
+    ziel("11 an tisch02", "11:10.0.0.2:$", "velmora/an/tisch02/tisch01");
+    ziel("12 ueber tisch02 an alle", "12:10.0.0.2:$5", "velmora/alle/tisch01");
     ziel("13 an tisch02 auch an alle", "13:10.0.0.2:$5@1@1", "velmora/alle/tisch01");
     ziel("6 mit # in der adresse", "6:#:G$5@1", "velmora/alle/tisch01");
     ziel("kein kopf", "hallo", "velmora/alle/tisch01");

@@ -315,6 +315,11 @@ void TestVelmoraProzesse::einrichtung()
         mqtt(QStringLiteral("tabulor"), schluessel.at(0)) +
             QStringList{QStringLiteral("-t"), QStringLiteral("velmora/#"), QStringLiteral("-v")});
     QTRY_COMPARE_WITH_TIMEOUT(tabulor.zeilen.size(), 1, lange);
+    // The link itself drops what comes without the sender's number.
+    Partner velmora({QStringLiteral("--broker"), QStringLiteral("127.0.0.1:") + port,
+                     QStringLiteral("--psk-identity"), QStringLiteral("tabulor"),
+                     QStringLiteral("--psk-file"), ordner + QStringLiteral("/psk")});
+    QTRY_VERIFY_WITH_TIMEOUT(velmora.hat(QStringLiteral("LINK open")), lange);
     QCOMPARE(senden(eigener, QStringLiteral("velmora/alle/tisch01")), QStringLiteral("0 "));
     QVERIFY(senden(eigener, QStringLiteral("velmora/alle/tisch02")).contains("Not authorized"));
     QVERIFY(senden(eigener, QStringLiteral("velmora/stand/spieler/tabulor"))
@@ -323,9 +328,11 @@ void TestVelmoraProzesse::einrichtung()
     QCOMPARE(senden(eigener, QStringLiteral("velmora/an/tabulor/tisch01")), QStringLiteral("0 "));
     const QStringList erhalten{
         QStringLiteral("velmora/da/tisch01 velmora/da/tisch01"),
+        QStringLiteral("velmora/da/tabulor online"),
         QStringLiteral("velmora/alle/tisch01 velmora/alle/tisch01"),
         QStringLiteral("velmora/an/tabulor/tisch01 velmora/an/tabulor/tisch01")};
     QTRY_COMPARE_WITH_TIMEOUT(tabulor.zeilen, erhalten, lange);
+    QTRY_COMPARE_WITH_TIMEOUT(velmora.anzahl(QStringLiteral("REJECT tisch01")), 2, lange);
 }
 
 QTEST_GUILESS_MAIN(TestVelmoraProzesse)
