@@ -19,6 +19,7 @@
 #include "core/service/listendienst.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/testprotokoll.h"
+#include "tabelle.h"
 #include "velmora/client.h"
 
 #include <QAbstractButton>
@@ -63,14 +64,6 @@ public:
         }
         return false;
     }
-};
-
-struct Ergebnis
-{
-    QString fall;
-    QString messwert;
-    QString ziel;
-    bool erfuellt = true;
 };
 
 QString ms(double wert)
@@ -556,13 +549,5 @@ int main(int argc, char *argv[])
     ergebnisse << rundlauf();
     ergebnisse << abend() << xmlLaden() << sicherheitskopie() << pdf() << speicher();
 
-    QTextStream aus(stdout);
-    aus << "| Fall | Messwert | Ziel | erfuellt |\n|---|---:|---:|:---:|\n";
-    bool alle = true;
-    for (const Ergebnis &e : ergebnisse) {
-        aus << "| " << e.fall << " | " << e.messwert << " | " << e.ziel << " | "
-            << (e.erfuellt ? "ja" : "NEIN") << " |\n";
-        alle = alle && e.erfuellt;
-    }
-    return alle ? 0 : 1;
+    return tabelleAusgeben(ergebnisse);
 }

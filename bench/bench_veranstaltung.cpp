@@ -11,6 +11,7 @@
 // table processes.
 
 #include "core/link/nachricht.h"
+#include "tabelle.h"
 #include "velmora/client.h"
 
 #include <QCoreApplication>
@@ -41,14 +42,6 @@
 #include <vector>
 
 namespace {
-
-struct Ergebnis
-{
-    QString fall;
-    QString messwert;
-    QString ziel;
-    bool erfuellt = true;
-};
 
 // Microseconds of the wall clock, the same in every process of the run.
 qint64 jetztUs()
@@ -965,15 +958,7 @@ int bank(const QStringList &argumente)
         ergebnisse << abendSpielen(lauf);
     }
 
-    QTextStream aus(stdout);
-    aus << "| Fall | Messwert | Ziel | erfuellt |\n|---|---:|---:|:---:|\n";
-    bool alle = true;
-    for (const Ergebnis &e : ergebnisse) {
-        aus << "| " << e.fall << " | " << e.messwert << " | " << e.ziel << " | "
-            << (e.erfuellt ? "ja" : "NEIN") << " |\n";
-        alle = alle && e.erfuellt;
-    }
-    return alle ? 0 : 1;
+    return tabelleAusgeben(ergebnisse);
 }
 
 } // namespace

@@ -277,32 +277,25 @@ void Broker::verloren(const QString &grund)
 
 void Broker::lesen()
 {
-    const int rc = mosquitto_loop_read(m_mosq, 1);
-    if (rc != MOSQ_ERR_SUCCESS) {
-        verloren(QString::fromUtf8(mosquitto_strerror(rc)));
-        return;
-    }
-    schreibenAnmelden();
+    weiter(mosquitto_loop_read(m_mosq, 1));
 }
 
 void Broker::schreiben()
 {
-    const int rc = mosquitto_loop_write(m_mosq, 1);
-    if (rc != MOSQ_ERR_SUCCESS) {
-        verloren(QString::fromUtf8(mosquitto_strerror(rc)));
-        return;
-    }
-    schreibenAnmelden();
+    weiter(mosquitto_loop_write(m_mosq, 1));
 }
 
 void Broker::pflegen()
 {
-    const int rc = mosquitto_loop_misc(m_mosq);
-    if (rc != MOSQ_ERR_SUCCESS) {
+    weiter(mosquitto_loop_misc(m_mosq));
+}
+
+void Broker::weiter(int rc)
+{
+    if (rc != MOSQ_ERR_SUCCESS)
         verloren(QString::fromUtf8(mosquitto_strerror(rc)));
-        return;
-    }
-    schreibenAnmelden();
+    else
+        schreibenAnmelden();
 }
 
 void Broker::schreibenAnmelden()
@@ -431,11 +424,6 @@ void Broker::verwerfen(const QString &id, const char *grund)
 void Broker::senden(const QString &text)
 {
     const QByteArray utf8 = text.toUtf8();
-    if (utf8.size() > hoechsteNachricht) {
-        qWarning("velmora: message of %d bytes not sent, at most %d fit", int(utf8.size()),
-                 hoechsteNachricht);
-        return;
-    }
     m_zaehler = std::max(m_zaehler + 1, quint64(QDateTime::currentMSecsSinceEpoch()) * 1000);
     const Themen::Ziel ziel =
         Themen::ziel(text, m_zugang.identitaet, m_eigeneAdresse, [this](const QString &adresse) {

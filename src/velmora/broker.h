@@ -70,6 +70,8 @@ private:
     void lesen();
     void schreiben();
     void pflegen();
+    // After each step of the library: the link lost, or what is left to write.
+    void weiter(int rc);
     void schreibenAnmelden();
     void anwesenheitMelden(bool online);
     void anwesenheit(const QString &identitaet, const QString &text,

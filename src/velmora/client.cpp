@@ -2,6 +2,7 @@
 
 #include "velmora/broker.h"
 #include "velmora/netz.h"
+#include "velmora/protokoll.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -187,6 +188,12 @@ QString Client::localAddress(const QString &participantId) const
 
 void Client::sendMessage(const QString &message)
 {
+    const int laenge = message.toUtf8().size();
+    if (laenge > Velmora::hoechsteNachricht) {
+        qWarning("velmora: message of %d bytes not sent, at most %d fit", laenge,
+                 Velmora::hoechsteNachricht);
+        return;
+    }
     m_anschluss->senden(message);
 }
 

@@ -113,11 +113,6 @@ QStringList Netz::teilnehmer() const
 void Netz::senden(const QString &text)
 {
     const QByteArray utf8 = text.toUtf8();
-    if (utf8.size() > hoechsteNachricht) {
-        qWarning("velmora: message of %d bytes not sent, at most %d fit", int(utf8.size()),
-                 hoechsteNachricht);
-        return;
-    }
     // A copy: a peer that cannot keep up leaves the mesh while we write.
     const auto alle = m_stehend.values();
     if (m_schluessel.isEmpty()) {
