@@ -325,6 +325,12 @@ void TestVelmoraProzesse::einrichtung()
     QVERIFY(senden(eigener, QStringLiteral("velmora/stand/spieler/tabulor"))
                 .contains("Not authorized"));
     QVERIFY(senden(schluessel.at(2), QStringLiteral("velmora/da/x")).contains("TLS error"));
+    QProcess ohne;
+    ohne.start(QStringLiteral("mosquitto_pub"),
+               {QStringLiteral("-V"), QStringLiteral("5"), QStringLiteral("-h"),
+                QStringLiteral("127.0.0.1"), QStringLiteral("-p"), port, QStringLiteral("-t"),
+                QStringLiteral("velmora/alle/tisch01"), QStringLiteral("-m"), QStringLiteral("x")});
+    QVERIFY(ohne.waitForFinished(lange) && ohne.exitCode() != 0);
     QCOMPARE(senden(eigener, QStringLiteral("velmora/an/tabulor/tisch01")), QStringLiteral("0 "));
     const QStringList erhalten{
         QStringLiteral("velmora/da/tisch01 velmora/da/tisch01"),
