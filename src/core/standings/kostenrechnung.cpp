@@ -83,13 +83,12 @@ KostenErgebnis Kostenrechnung::berechne(const QVector<KostenSpieler> &spieler,
     KostenErgebnis e;
     for (int p = 0; p < anzahl; ++p) {
         const SitzBilanz &b = spieler.at(p).bilanz;
-        const int gewMinusVerl = (b.gewonnen - b.verloren) * kosten.gewSpieleMinusVerlSpiele;
-        const int gegner = (verloreneAlle - b.verloren) * faktor;
-        const int gesamt = b.punkte + gewMinusVerl + gegner;
-        e.zeilen[Z::GewMinusVerl] << QString::number(gewMinusVerl);
-        e.zeilen[Z::GegnerVerloren] << QString::number(gegner);
-        e.zeilen[Z::Gesamt] << QString::number(gesamt);
-        e.gesamt << gesamt;
+        const FabianWertung w =
+            fabianWertung(b, verloreneAlle - b.verloren, kosten.gewSpieleMinusVerlSpiele, faktor);
+        e.zeilen[Z::GewMinusVerl] << QString::number(w.gewMinusVerl);
+        e.zeilen[Z::GegnerVerloren] << QString::number(w.gegner);
+        e.zeilen[Z::Gesamt] << QString::number(w.gesamt);
+        e.gesamt << w.gesamt;
     }
     e.platz = plaetze(spieler, e.gesamt);
 

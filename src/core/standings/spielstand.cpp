@@ -49,9 +49,19 @@ int Spielstand::angezeigt(const Bilanzen &b, int sitz, int spieler, bool mitFabi
         if (gegner != sitz)
             verloreneDerGegner += b[static_cast<size_t>(gegner)].verloren;
     }
-    const int gegnerFaktor = spieler == 4 ? f.gegner4 : f.gegner3;
-    return eigene.punkte + f.gewMinusVerl * (eigene.gewonnen - eigene.verloren) +
-           gegnerFaktor * verloreneDerGegner;
+    return fabianWertung(eigene, verloreneDerGegner, f.gewMinusVerl,
+                         spieler == 4 ? f.gegner4 : f.gegner3)
+        .gesamt;
+}
+
+FabianWertung fabianWertung(const SitzBilanz &eigene, int verloreneDerGegner,
+                            int faktorGewMinusVerl, int faktorGegner)
+{
+    FabianWertung w;
+    w.gewMinusVerl = faktorGewMinusVerl * (eigene.gewonnen - eigene.verloren);
+    w.gegner = faktorGegner * verloreneDerGegner;
+    w.gesamt = eigene.punkte + w.gewMinusVerl + w.gegner;
+    return w;
 }
 
 QString Spielstand::zeile(const QString &name, int angezeigt, const SitzBilanz &bilanz)

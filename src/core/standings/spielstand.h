@@ -22,6 +22,17 @@ struct SitzBilanz
 // Index = seat 0..3.
 using Bilanzen = std::array<SitzBilanz, 4>;
 
+// A seat's Seeger-Fabian score: its points, the won-minus-lost term and the
+// term for the games its opponents lost, with the two factors in force.
+struct FabianWertung
+{
+    int gewMinusVerl = 0;
+    int gegner = 0;
+    int gesamt = 0;
+};
+FabianWertung fabianWertung(const SitzBilanz &eigene, int verloreneDerGegner,
+                            int faktorGewMinusVerl, int faktorGegner);
+
 // The three factors of the Fabian evaluation, from the settings store.
 struct FabianFaktoren
 {
