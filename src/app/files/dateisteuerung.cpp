@@ -51,7 +51,7 @@ void DateiSteuerung::onSicherheitsKopieSpeichern()
 
 void DateiSteuerung::onLoadXml()
 {
-    const QString verzeichnis = Einstellungen::datenVerzeichnis();
+    const QString verzeichnis = m_dienst.datenVerzeichnis();
     QDir().mkpath(verzeichnis);
     // On a tablet the picker dock is easier to hit than a file dialog.
     if (!m_grosserBildschirm) {
@@ -79,7 +79,7 @@ void DateiSteuerung::onLoadXmlOk()
     const QString datei = m_dockFileView->ausgewaehlteDatei();
     m_dockFileView->hide();
     if (!datei.isEmpty())
-        importieren(QStringLiteral("%1/%2").arg(Einstellungen::datenVerzeichnis(), datei));
+        importieren(QStringLiteral("%1/%2").arg(m_dienst.datenVerzeichnis(), datei));
     onLoadXmlAbbruch();
 }
 

@@ -3,7 +3,6 @@
 #include "app/ranking/leinwandansicht.h"
 #include "app/ranking/ranglistendelegate.h"
 #include "app/sheets/treeview.h"
-#include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
 #include "ui_mainwindow.h"
 
@@ -162,7 +161,7 @@ void RanglistenSteuerung::speichern(const QString &frage, const QString &name,
     if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"), frage,
                               QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
-    const QString pfad = QStringLiteral("%1/%2").arg(Einstellungen::datenVerzeichnis(), name);
+    const QString pfad = QStringLiteral("%1/%2").arg(m_dienst.datenVerzeichnis(), name);
     QSaveFile datei(pfad);
     const QByteArray bytes = inhalt.toLocal8Bit();
     if (!datei.open(QIODevice::WriteOnly | QIODevice::Text) || datei.write(bytes) != bytes.size() ||

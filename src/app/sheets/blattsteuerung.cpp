@@ -395,7 +395,7 @@ void BlattSteuerung::onZoomOut()
 QString BlattSteuerung::pdfPfad() const
 {
     const ListenKopf &kopf = m_dienst.kopf();
-    return QStringLiteral("%1/%2").arg(Einstellungen::datenVerzeichnis(),
+    return QStringLiteral("%1/%2").arg(m_dienst.datenVerzeichnis(),
                                        pdfDateiName(kopf.datum, kopf.serie, kopf.tischNr));
 }
 
@@ -404,7 +404,7 @@ QString BlattSteuerung::pdfSpeichern(bool frageDateiname)
     const ListenKopf &kopf = m_dienst.kopf();
     if (kopf.modus == Spielmodus::Bierlachs)
         return QString();
-    const QString verzeichnis = Einstellungen::datenVerzeichnis();
+    const QString verzeichnis = m_dienst.datenVerzeichnis();
     QDir().mkpath(verzeichnis);
     const QString name = pdfDateiName(kopf.datum, kopf.serie, kopf.tischNr);
     const QString pdfPfad = QStringLiteral("%1/%2").arg(verzeichnis, name);

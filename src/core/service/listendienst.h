@@ -155,6 +155,8 @@ public:
     DienstErgebnis sicherungSchreiben() const;
     // Where lists are archived before they are emptied.
     QString archivVerzeichnis() const;
+    // The folder the list, its journal, backups and exports live in.
+    QString datenVerzeichnis() const { return m_datenVerzeichnis; }
 
 signals:
     void geaendert(const ListenAenderung &aenderung);
