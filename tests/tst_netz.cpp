@@ -626,7 +626,10 @@ void TstNetz::verbindung()
     MeldungsBeantworter antworten;
     auto *stand = kind<QLabel>(&fenster, "lblVerbindungsart");
     QCOMPARE(stand->text(), QStringLiteral("Verbindung: LAN (ohne Server)"));
+    auto *serverFeld = kind<QLineEdit>(&fenster, "leServer");
+    QVERIFY(!serverFeld->isEnabled());
     kind<QComboBox>(&fenster, "cmbVerbindung")->setCurrentIndex(1);
+    QVERIFY(serverFeld->isEnabled());
     kind<QLineEdit>(&fenster, "leServer")->setText(server);
     kind<QLineEdit>(&fenster, "leKennung")->setText(kennung);
     kind<QLineEdit>(&fenster, "leZugangsschluessel")->setText(schluessel);
@@ -639,14 +642,22 @@ void TstNetz::verbindung()
         return;
     QCOMPARE(gespeichert.identity, kennung);
     QCOMPARE(gespeichert.key.toHex(), QByteArray("0011223344556677"));
-    QTRY_VERIFY(stand->text().startsWith(anzeige));
+    // Nobody listens on port 9: the label says so, with the reason.
+    QTRY_VERIFY(stand->text().startsWith(anzeige + " ("));
     QCOMPARE(fenster.findChild<Client *>()->linkMode(), LinkSettings::Mode::Venue);
+    {
+        MainWindow wieder;
+        QCOMPARE(kind<QComboBox>(&wieder, "cmbVerbindung")->currentIndex(), 1);
+        QCOMPARE(kind<QLineEdit>(&wieder, "leKennung")->text(), kennung);
+    }
     // Back to the LAN: the venue's data stay for next time.
     kind<QComboBox>(&fenster, "cmbVerbindung")->setCurrentIndex(0);
     kind<QPushButton>(&fenster, "pbVerbindungUebernehmen")->click();
     QCOMPARE(stand->text(), QStringLiteral("Verbindung: LAN (ohne Server)"));
     QCOMPARE(LinkSettings::load().identity, kennung);
+    QCOMPARE(LinkSettings::load().key, gespeichert.key);
     QCOMPARE(LinkSettings::load().mode, LinkSettings::Mode::Lan);
+    QVERIFY(!serverFeld->isEnabled());
 }
 
 // Messages from the link are taken in tournament mode only: in result and

@@ -92,8 +92,8 @@ void VerbindungsSteuerung::verbindungUebernehmen()
         felderZeigen(m_client.linkSettings());
         return;
     }
+    // The client says which link it now has; the label follows that.
     m_client.setLinkSettings(neu);
-    stand(m_client.linkOpen(), QString());
 }
 
 void VerbindungsSteuerung::stand(bool offen, const QString &grund)
