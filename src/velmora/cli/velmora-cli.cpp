@@ -75,6 +75,25 @@ std::optional<QByteArray> pskLesen(const QString &pfad, const QString &identitae
     return std::nullopt;
 }
 
+// One line for every event of the client.
+void berichten(Client *client, bool ganz)
+{
+    QObject::connect(client, &Client::newParticipant,
+                     [](const QString &id) { ausgeben(QStringLiteral("JOIN ") % id); });
+    QObject::connect(client, &Client::participantLeft,
+                     [](const QString &id) { ausgeben(QStringLiteral("LEAVE ") % id); });
+    QObject::connect(client, &Client::newMessage, [ganz](const QString &id, const QString &text) {
+        ausgeben(QStringLiteral("MSG ") % id % u' ' % fuerDieZeile(text, ganz));
+    });
+    QObject::connect(client, &Client::messageRejected,
+                     [](const QString &id) { ausgeben(QStringLiteral("REJECT ") % id); });
+    QObject::connect(client, &Client::linkStateChanged, [](bool offen, const QString &grund) {
+        ausgeben(offen ? QStringLiteral("LINK open") : QStringLiteral("LINK closed ") % grund);
+    });
+    QObject::connect(client, &Client::sendRefused,
+                     [](const QString &grund) { ausgeben(QStringLiteral("REFUSED ") % grund); });
+}
+
 // Relays between the LAN manager and the tables at the broker. The broker
 // sees the manager only while it is on the LAN: when it leaves, the bridge's
 // session keeps what the tables send until it is back.
@@ -89,38 +108,25 @@ void bruecke(const LinkSettings &veranstaltung, const QString &managerName, bool
     auto *lan = new Client(QStringLiteral("Kartulo"), LinkSettings(), qApp);
     lan->setKey(schluessel);
     const auto stand = std::make_shared<Stand>();
+    berichten(lan, ganz);
     QObject::connect(lan, &Client::newParticipant, [=](const QString &id) {
-        ausgeben(QStringLiteral("JOIN ") % id);
         if (!stand->manager.isEmpty() || id.section(u'@', 0, 0) != managerName)
             return;
         stand->manager = id;
         stand->broker = std::make_unique<Client>(managerName, veranstaltung);
         Client *broker = stand->broker.get();
         ausgeben(QStringLiteral("SELF ") % broker->participantId());
-        QObject::connect(broker, &Client::newParticipant,
-                         [](const QString &t) { ausgeben(QStringLiteral("JOIN ") % t); });
-        QObject::connect(broker, &Client::participantLeft,
-                         [](const QString &t) { ausgeben(QStringLiteral("LEAVE ") % t); });
-        QObject::connect(broker, &Client::newMessage, [=](const QString &von, const QString &text) {
-            ausgeben(QStringLiteral("MSG ") % von % u' ' % fuerDieZeile(text, ganz));
-            lan->sendMessage(text);
-        });
-        QObject::connect(broker, &Client::linkStateChanged, [](bool offen, const QString &grund) {
-            ausgeben(offen ? QStringLiteral("LINK open") : QStringLiteral("LINK closed ") % grund);
-        });
-        QObject::connect(broker, &Client::sendRefused, [](const QString &grund) {
-            ausgeben(QStringLiteral("REFUSED ") % grund);
-        });
+        berichten(broker, ganz);
+        QObject::connect(broker, &Client::newMessage,
+                         [=](const QString &, const QString &text) { lan->sendMessage(text); });
     });
     QObject::connect(lan, &Client::participantLeft, [=](const QString &id) {
-        ausgeben(QStringLiteral("LEAVE ") % id);
         if (id != stand->manager)
             return;
         stand->manager.clear();
         stand->broker.reset();
     });
     QObject::connect(lan, &Client::newMessage, [=](const QString &von, const QString &text) {
-        ausgeben(QStringLiteral("MSG ") % von % u' ' % fuerDieZeile(text, ganz));
         if (von == stand->manager && stand->broker)
             stand->broker->sendMessage(text);
     });
@@ -227,8 +233,8 @@ int main(int argc, char **argv)
         else
             wartend.append(text);
     };
-    QObject::connect(&client, &Client::newParticipant, [&](const QString &id) {
-        ausgeben(QStringLiteral("JOIN ") % id);
+    berichten(&client, optionen.isSet(ganz));
+    QObject::connect(&client, &Client::newParticipant, [&] {
         if (jemandDa)
             return;
         jemandDa = true;
@@ -243,20 +249,6 @@ int main(int argc, char **argv)
             });
         }
     });
-    QObject::connect(&client, &Client::participantLeft,
-                     [](const QString &id) { ausgeben(QStringLiteral("LEAVE ") % id); });
-    const bool allesZeigen = optionen.isSet(ganz);
-    QObject::connect(
-        &client, &Client::newMessage, [allesZeigen](const QString &id, const QString &text) {
-            ausgeben(QStringLiteral("MSG ") % id % u' ' % fuerDieZeile(text, allesZeigen));
-        });
-    QObject::connect(&client, &Client::messageRejected,
-                     [](const QString &id) { ausgeben(QStringLiteral("REJECT ") % id); });
-    QObject::connect(&client, &Client::linkStateChanged, [](bool offen, const QString &grund) {
-        ausgeben(offen ? QStringLiteral("LINK open") : QStringLiteral("LINK closed ") % grund);
-    });
-    QObject::connect(&client, &Client::sendRefused,
-                     [](const QString &grund) { ausgeben(QStringLiteral("REFUSED ") % grund); });
 
     QByteArray angefangen;
     QSocketNotifier eingabe(STDIN_FILENO, QSocketNotifier::Read);
