@@ -80,7 +80,7 @@ QStringList zustand(MainWindow &fenster, const MeldungsBeantworter &antworten)
         "Liste=" + kind<QLabel>(&fenster, "lblListe")->text(),
         "Tische=" + tische.join(QLatin1Char(',')),
         QStringLiteral("Verbinden=%1").arg(kind<QAction>(&fenster, "actionVerbinden")->isEnabled()),
-        QStringLiteral("Zweitliste=%1").arg(netz(fenster)->paarung().gepaarterTisch())};
+        QStringLiteral("Zweitliste=%1").arg(fenster.findChild<Paarung *>()->gepaarterTisch())};
 }
 
 // A participant of its own on the link that records what the window sends.

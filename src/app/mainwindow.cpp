@@ -8,9 +8,11 @@
 #include "core/service/listendienst.h"
 #include "ui_mainwindow.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QDockWidget>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QScreen>
@@ -43,24 +45,32 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
 
     m_leiste = new Werkzeugleiste(this);
     addToolBar(Qt::TopToolBarArea, m_leiste);
-    bildschirmAnpassen();
+    // Known before the parts are built: on a tablet a file is picked in a dock.
+    const QScreen *bildschirm = QGuiApplication::primaryScreen();
+    m_grosserBildschirm = !bildschirm || !istKleinerBildschirm(bildschirm->availableSize());
     // Every tab stays in view; the window is at least as wide as their row.
     ui->tabWidget->tabBar()->setUsesScrollButtons(false);
     m_hilfe = new HelpWidget(ui->tabBeschreibung);
     ui->vlBeschreibung->addWidget(m_hilfe);
 
     m_dienst = new ListenDienst(verzeichnis, *m_einstellungen, this);
-    m_kopf = new KopfSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
-    m_sitze = new SitzSteuerung(this, *ui, *m_dienst);
-    m_eintrag = new EintragSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
-    m_stand = new StandSteuerung(this, *ui, *m_dienst, *m_einstellungen);
-    m_modus = new ModusSteuerung(this, *ui, *m_leiste, *m_dienst, *m_einstellungen);
-    m_blatt = new BlattSteuerung(this, *ui, *m_dienst, *m_einstellungen);
+    m_paarung = new Paarung(this);
+    m_kopf = new KopfSteuerung(this, ui->tabNeu, *m_dienst, *m_einstellungen);
+    m_sitze = new SitzSteuerung(this, *m_dienst);
+    m_eintrag = new EintragSteuerung(this, ui->tabSpieleintrag, ui->tabUebersicht, *m_dienst,
+                                     *m_einstellungen);
+    m_stand = new StandSteuerung(this, *m_dienst, *m_einstellungen);
+    m_modus = new ModusSteuerung(this, *m_dienst, *m_einstellungen);
+    m_blatt = new BlattSteuerung(this, ui->tabSpieleListe, *m_dienst, *m_einstellungen);
     m_dateien = new DateiSteuerung(this, m_grosserBildschirm, *m_dienst, *m_einstellungen);
-    m_netz = new NetzSteuerung(this, *ui, *m_dienst, *m_einstellungen);
-    m_rang = new RanglistenSteuerung(this, *ui, *m_dienst);
-    m_zweit = new ZweitlisteSteuerung(this, *ui, *m_leiste, *m_dienst, *m_netz);
+    m_netz = new NetzSteuerung(this, *m_dienst, *m_einstellungen, *m_paarung);
+    m_rang = new RanglistenSteuerung(this, ui->tabSpielstaende, *m_dienst);
+    m_zweit = new ZweitlisteSteuerung(this, *m_dienst, *m_paarung);
+    teileEinsetzen();
+    // The touch font and the button style reach every page at once, now that all are built.
+    bildschirmAnpassen();
     teileVerbinden();
+    seitenVerbinden();
     menuesVerbinden();
     datenbankOeffnen(m_dienst->oeffnen());
 
@@ -112,8 +122,7 @@ void MainWindow::bildschirmAnpassen()
     const QScreen *bildschirm = QGuiApplication::primaryScreen();
     if (!bildschirm)
         return;
-    if (istKleinerBildschirm(bildschirm->availableSize())) {
-        m_grosserBildschirm = false;
+    if (!m_grosserBildschirm) {
         QFont schrift = QApplication::font();
         schrift.setPixelSize(20);
         setFont(schrift);
@@ -140,6 +149,21 @@ void MainWindow::fensterGroesseWaehlen()
     setWindowState(windowState() | Qt::WindowMaximized);
 }
 
+void MainWindow::teileEinsetzen()
+{
+    // The settings tab: the header and the seating side by side, the account
+    // and the link below, in the order the focus moves through them.
+    ui->glEinstellungen->addWidget(m_kopf->gruppe(), 0, 0);
+    ui->glEinstellungen->addWidget(m_blatt->kostenGruppe(), 1, 0, 1, 2);
+    ui->glEinstellungen->addWidget(m_netz->netzwerkGruppe(), 2, 0, 1, 2);
+    ui->glEinstellungen->addWidget(m_sitze->gruppe(), 0, 1);
+    m_eintrag->spielstandEinsetzen(m_stand->anzeige());
+    m_blatt->rundenwahlEinsetzen(m_stand->rundenWahl());
+    m_leiste->teileEinsetzen(m_eintrag->reizungKnopf(), m_eintrag->reizwertFeld(),
+                             m_modus->modusLabel(), m_modus->meldungsFeld());
+    statusBar()->addPermanentWidget(m_netz->verbindungsAnzeige());
+}
+
 void MainWindow::teileVerbinden()
 {
     connect(this, &MainWindow::messageKartengeber, this, &MainWindow::showKartengeber);
@@ -150,8 +174,7 @@ void MainWindow::teileVerbinden()
     connect(this, &MainWindow::spielStandsAnzeigeAufNullSetzen, this,
             &MainWindow::onSpielStandsAnzeigeAufNullSetzen);
     connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::onTabChanged);
-    connect(ui->cmbBierlachs, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &MainWindow::bierlachsIndexChanged);
+    connect(m_stand, &StandSteuerung::rundeGewaehlt, this, &MainWindow::bierlachsIndexChanged);
 
     connect(m_eintrag, &EintragSteuerung::kartengeber, this, &MainWindow::messageKartengeber);
     connect(m_eintrag, &EintragSteuerung::hervorheben, this, &MainWindow::setPunkteHighlited);
@@ -171,7 +194,15 @@ void MainWindow::teileVerbinden()
             &EintragSteuerung::ersterGeberAnsagen);
     connect(m_kopf, &KopfSteuerung::protokollVorbereitet, this,
             &MainWindow::spielStandsAnzeigeAufNullSetzen);
+    connect(m_kopf, &KopfSteuerung::laufzustandGeaendert, m_zweit,
+            &ZweitlisteSteuerung::laufzustandSetzen);
     connect(m_kopf, &KopfSteuerung::serieGestartet, m_modus, &ModusSteuerung::serieGestartet);
+    connect(m_sitze, &SitzSteuerung::serieStartenGewuenscht, this, &MainWindow::onStartSpiel);
+    connect(m_kopf, &KopfSteuerung::listeBenannt, m_leiste, &Werkzeugleiste::listeBenennen);
+    connect(m_kopf, &KopfSteuerung::spielerdatenGewuenscht, this,
+            &MainWindow::spielerdatenAnfordern);
+    connect(m_kopf, &KopfSteuerung::neueListeAngaben, m_netz, &NetzSteuerung::neueListeAngaben);
+    connect(m_netz, &NetzSteuerung::spielerVomManager, m_kopf, &KopfSteuerung::namenSperren);
     connect(m_sitze, &SitzSteuerung::sitzeGetauscht, m_eintrag,
             &EintragSteuerung::ersterGeberAnsagen);
     connect(m_dateien, &DateiSteuerung::protokollGeladen, m_kopf, &KopfSteuerung::protokollGeladen);
@@ -188,7 +219,7 @@ void MainWindow::teileVerbinden()
     connect(m_blatt, &BlattSteuerung::ergebnisse, this, [this](const QStringList &ergebnisse) {
         // Built only while no pairing holds them back: a second list's are
         // its first list's again.
-        if (!m_netz->paarung().ergebnisseErlaubt())
+        if (!m_paarung->ergebnisseErlaubt())
             return;
         m_rang->aufnehmen(ergebnisse);
         m_netz->ergebnisseSenden(ergebnisse);
@@ -200,6 +231,99 @@ void MainWindow::teileVerbinden()
     connect(m_rang, &RanglistenSteuerung::ergebnisseSenden, m_netz,
             &NetzSteuerung::ergebnisseSenden);
     connect(m_netz, &NetzSteuerung::managerErstmals, m_rang, &RanglistenSteuerung::leeren);
+
+    // The second list: the link hands it what concerns the pairing, it sends through the link.
+    connect(m_netz, &NetzSteuerung::zweitlisteSpieler, m_zweit,
+            &ZweitlisteSteuerung::starteZweitListe);
+    connect(m_netz, &NetzSteuerung::ersteListeZeile, m_zweit, &ZweitlisteSteuerung::zeileEmpfangen);
+    connect(m_netz, &NetzSteuerung::ersteListeKopie, m_zweit, &ZweitlisteSteuerung::kopieEmpfangen);
+    connect(m_netz, &NetzSteuerung::zweitlisteAngefragt, m_zweit,
+            &ZweitlisteSteuerung::anfrageBeantworten);
+    connect(m_netz, &NetzSteuerung::zweitlisteAbgelehnt, m_zweit, &ZweitlisteSteuerung::abgelehnt);
+    connect(m_netz, &NetzSteuerung::partnerAbgemeldet, m_zweit, &ZweitlisteSteuerung::abgemeldet);
+    connect(m_zweit, &ZweitlisteSteuerung::senden, m_netz, &NetzSteuerung::senden);
+    connect(m_zweit, &ZweitlisteSteuerung::vonHierSenden, m_netz, &NetzSteuerung::vonHierSenden);
+    connect(m_zweit, &ZweitlisteSteuerung::zeilenKopieren, m_netz, &NetzSteuerung::zeilenKopieren);
+    connect(m_zweit, &ZweitlisteSteuerung::listeBenannt, m_leiste, &Werkzeugleiste::listeBenennen);
+    // Another second list may be asked for while none is paired.
+    connect(m_paarung, &Paarung::geaendert, this,
+            [this] { ui->actionVerbinden->setEnabled(!m_paarung->hatZweitliste()); });
+}
+
+void MainWindow::seitenVerbinden()
+{
+    // The "Neu" page is shown only while a protocol is being prepared.
+    ui->tabWidget->removeTab(ui->tabWidget->indexOf(ui->tabNeu));
+    ui->tabNeu->hide();
+    connect(m_kopf, &KopfSteuerung::seiteZeigen, this, &MainWindow::seiteZeigen);
+    connect(m_eintrag, &EintragSteuerung::seiteZeigen, this, &MainWindow::seiteZeigen);
+    connect(m_kopf, &KopfSteuerung::neuSeiteOffen, this, &MainWindow::neuSeiteZeigen);
+    connect(m_kopf, &KopfSteuerung::seitenFreigeben, this, [this](bool frei) {
+        for (int index = 1; index <= 3; ++index)
+            ui->tabWidget->setTabEnabled(index, frei);
+    });
+    // Only the first manager of the evening takes the scorer to the ranking.
+    connect(m_netz, &NetzSteuerung::managerErstmals, this, [this] {
+        if (ui->tabWidget->indexOf(ui->tabSpielstaende) < 0)
+            ui->tabWidget->insertTab(4, ui->tabSpielstaende, QStringLiteral("Spielstaende"));
+        ui->tabWidget->setTabEnabled(ui->tabWidget->indexOf(ui->tabSpielstaende), true);
+        seiteZeigen(Seite::Spielstaende);
+    });
+    connect(m_netz, &NetzSteuerung::managerGeaendert, this, [this](bool verbunden) {
+        if (verbunden)
+            ui->menuZweitliste->setEnabled(true);
+    });
+
+    connect(m_eintrag, &EintragSteuerung::dockZeigen, this, &MainWindow::dockZeigen);
+    connect(m_modus, &ModusSteuerung::dockZeigen, this, &MainWindow::dockZeigen);
+    connect(m_dateien, &DateiSteuerung::dockZeigen, this, &MainWindow::dockZeigen);
+    connect(m_zweit, &ZweitlisteSteuerung::dockZeigen, this, &MainWindow::dockZeigen);
+    connect(m_eintrag, &EintragSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
+    connect(m_stand, &StandSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
+    connect(m_blatt, &BlattSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
+    connect(m_netz, &NetzSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
+    connect(m_zweit, &ZweitlisteSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
+    connect(m_dateien, &DateiSteuerung::hinweis, this, [this](const QString &hinweis) {
+        statusBar()->showMessage(
+            QStringLiteral("%1 %2").arg(hinweis, statusBar()->currentMessage()));
+    });
+}
+
+void MainWindow::seiteZeigen(Seite seite)
+{
+    QWidget *const seiten[] = {ui->tabEinstellungen, ui->tabUebersicht,   ui->tabSpieleintrag,
+                               ui->tabSpieleListe,   ui->tabSpielstaende, ui->tabNeu,
+                               ui->tabBeschreibung};
+    ui->tabWidget->setCurrentWidget(seiten[static_cast<int>(seite)]);
+}
+
+void MainWindow::neuSeiteZeigen(bool offen)
+{
+    QTabWidget *reiter = ui->tabWidget;
+    if (offen) {
+        reiter->insertTab(5, ui->tabNeu, QStringLiteral("Neu"));
+        reiter->setTabEnabled(5, true);
+        ui->tabNeu->show();
+        reiter->setCurrentWidget(ui->tabNeu);
+        return;
+    }
+    const int index = reiter->indexOf(ui->tabNeu);
+    if (index >= 0) {
+        reiter->setTabEnabled(index, false);
+        reiter->removeTab(index);
+    }
+    ui->tabNeu->hide();
+    reiter->setCurrentIndex(0);
+}
+
+void MainWindow::statusZeigen(const QString &text, int dauer)
+{
+    statusBar()->showMessage(text, dauer);
+}
+
+void MainWindow::dockZeigen(QDockWidget *dock)
+{
+    addDockWidget(Qt::TopDockWidgetArea, dock);
 }
 
 void MainWindow::menuesVerbinden()
@@ -216,6 +340,18 @@ void MainWindow::menuesVerbinden()
     connect(ui->actionTrennen, &QAction::triggered, this,
             QOverload<>::of(&MainWindow::onZweitListeFreigeben));
     connect(ui->actionLeeren, &QAction::triggered, this, &MainWindow::onClearProtokoll);
+    connect(ui->actionTurnier, &QAction::triggered, this, &MainWindow::onSetModusTurnier);
+    connect(ui->actionErgebnis, &QAction::triggered, this, &MainWindow::onSetModusErgebnis);
+    connect(ui->actionBierlachs, &QAction::triggered, this, &MainWindow::onSetModusBierlachs);
+    m_modi = new QActionGroup(this);
+    m_modi->setExclusive(true);
+    for (QAction *aktion : {ui->actionTurnier, ui->actionErgebnis, ui->actionBierlachs})
+        m_modi->addAction(aktion);
+    ui->actionTurnier->setChecked(true);
+    connect(m_modus, &ModusSteuerung::modusGewaehlt, this, [this](int modus) {
+        if (QAction *aktion = m_modi->actions().value(modus))
+            aktion->setChecked(true);
+    });
     // Usable only once a tournament manager is connected.
     ui->menuZweitliste->setEnabled(false);
 }

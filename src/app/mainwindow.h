@@ -1,9 +1,10 @@
 #pragma once
 
-// The one window of Kartulo. It builds the frame (form, tool bar, menus, help
-// pane), creates the list and the parts of the window that show and change
-// it, and wires them together in one place. Its slots are the window's
-// interface; each hands the work to the part that owns the widgets concerned.
+// The one window of Kartulo. It builds the frame (tab row, tool bar, menus,
+// status line, help pane), creates the list and the parts of the window that
+// show and change it, each on its own pages, lays out what they build and
+// wires them together in one place. Its slots are the window's interface; each
+// hands the work to the part that owns the widgets concerned.
 
 #include "app/files/dateisteuerung.h"
 #include "app/game/eintragsteuerung.h"
@@ -15,6 +16,7 @@
 #include "app/sheets/blattsteuerung.h"
 #include "app/standings/modussteuerung.h"
 #include "app/standings/standsteuerung.h"
+#include "app/widgets/seite.h"
 #include "core/db/protokolldatenbank.h"
 
 #include <QMainWindow>
@@ -24,6 +26,9 @@
 
 class HelpWidget;
 class ListenDienst;
+class Paarung;
+class QActionGroup;
+class QDockWidget;
 class QSqlRecord;
 class Werkzeugleiste;
 
@@ -192,8 +197,14 @@ private:
     void qtUebersetzungLaden();
     void bildschirmAnpassen();
     void fensterGroesseWaehlen();
+    void teileEinsetzen();
     void teileVerbinden();
+    void seitenVerbinden();
     void menuesVerbinden();
+    void seiteZeigen(Seite seite);
+    void neuSeiteZeigen(bool offen);
+    void statusZeigen(const QString &text, int dauer);
+    void dockZeigen(QDockWidget *dock);
     void datenbankOeffnen(ProtokollDatenbank::Zustand zustand);
     void punkteZeilenSenden(const QStringList &zeilen);
     void rundenEnde();
@@ -203,6 +214,8 @@ private:
     ListenDienst *m_dienst;
     Werkzeugleiste *m_leiste;
     HelpWidget *m_hilfe;
+    Paarung *m_paarung;
+    QActionGroup *m_modi;
     bool m_grosserBildschirm = true;
 
     KopfSteuerung *m_kopf;

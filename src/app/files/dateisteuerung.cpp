@@ -8,14 +8,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QMainWindow>
 #include <QMessageBox>
-#include <QStatusBar>
 
-DateiSteuerung::DateiSteuerung(QMainWindow *fenster, bool grosserBildschirm, ListenDienst &dienst,
+DateiSteuerung::DateiSteuerung(QWidget *eltern, bool grosserBildschirm, ListenDienst &dienst,
                                Einstellungen &einstellungen)
-    : QObject(fenster), m_fenster(fenster), m_grosserBildschirm(grosserBildschirm),
-      m_dienst(dienst), m_einstellungen(einstellungen)
+    : QObject(eltern), m_eltern(eltern), m_grosserBildschirm(grosserBildschirm), m_dienst(dienst),
+      m_einstellungen(einstellungen)
 {
     m_sicherheitskopieTimer.setParent(this);
     m_sicherheitskopieTimer.setObjectName(QStringLiteral("sicherheitskopieTimer"));
@@ -27,7 +25,7 @@ DateiSteuerung::DateiSteuerung(QMainWindow *fenster, bool grosserBildschirm, Lis
 
 void DateiSteuerung::warnen(const QString &text)
 {
-    QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"), text);
+    QMessageBox::warning(m_eltern, QStringLiteral("WARNUNG"), text);
 }
 
 bool DateiSteuerung::xmlSpeichern(const QString &pfad)
@@ -57,16 +55,16 @@ void DateiSteuerung::onLoadXml()
     if (!m_grosserBildschirm) {
         if (m_dockFileView)
             return;
-        m_dockFileView = new DockFileView(verzeichnis, m_fenster);
+        m_dockFileView = new DockFileView(verzeichnis);
         m_dockFileView->setFeatures(QDockWidget::NoDockWidgetFeatures);
-        m_fenster->addDockWidget(Qt::TopDockWidgetArea, m_dockFileView);
+        emit dockZeigen(m_dockFileView);
         connect(m_dockFileView, &DockFileView::accept, this, &DateiSteuerung::onLoadXmlOk);
         connect(m_dockFileView, &DockFileView::reject, this, &DateiSteuerung::onLoadXmlAbbruch);
         m_dockFileView->show();
         return;
     }
     const QString pfad =
-        QFileDialog::getOpenFileName(m_fenster, QStringLiteral("XML-Datei oeffnen..."), verzeichnis,
+        QFileDialog::getOpenFileName(m_eltern, QStringLiteral("XML-Datei oeffnen..."), verzeichnis,
                                      QStringLiteral("XML-Dateien (*.xml)"));
     if (!pfad.isEmpty())
         importieren(pfad);
@@ -87,7 +85,7 @@ void DateiSteuerung::onLoadXmlAbbruch()
 {
     if (!m_dockFileView)
         return;
-    m_fenster->removeDockWidget(m_dockFileView);
+    m_dockFileView->hide();
     m_dockFileView->deleteLater();
     m_dockFileView = nullptr;
 }
@@ -119,9 +117,6 @@ void DateiSteuerung::importieren(const QString &pfad)
     m_einstellungen.kostenSetzen(daten.kosten);
     m_einstellungen.vereinsnameSetzen(daten.verein);
     emit protokollGeladen();
-    if (!ergebnis.hinweis.isEmpty()) {
-        QStatusBar *leiste = m_fenster->statusBar();
-        leiste->showMessage(
-            QStringLiteral("%1 %2").arg(ergebnis.hinweis, leiste->currentMessage()));
-    }
+    if (!ergebnis.hinweis.isEmpty())
+        emit hinweis(ergebnis.hinweis);
 }

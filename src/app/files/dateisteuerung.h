@@ -11,14 +11,16 @@
 class DockFileView;
 class Einstellungen;
 class ListenDienst;
-class QMainWindow;
+class QDockWidget;
+class QWidget;
 
 class DateiSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    DateiSteuerung(QMainWindow *fenster, bool grosserBildschirm, ListenDienst &dienst,
+    // Dialogs open over the widget given, which also owns this part.
+    DateiSteuerung(QWidget *eltern, bool grosserBildschirm, ListenDienst &dienst,
                    Einstellungen &einstellungen);
 
     // Writes the protocol; a copy the scorer asked for reports a failure.
@@ -33,12 +35,16 @@ public:
 signals:
     // A protocol file replaced the list.
     void protokollGeladen();
+    // What the scorer should know about the file taken, before the status line's text.
+    void hinweis(const QString &text);
+    // A dock to place at the top of the window.
+    void dockZeigen(QDockWidget *dock);
 
 private:
     void importieren(const QString &pfad);
     void warnen(const QString &text);
 
-    QMainWindow *m_fenster;
+    QWidget *m_eltern;
     bool m_grosserBildschirm;
     ListenDienst &m_dienst;
     Einstellungen &m_einstellungen;

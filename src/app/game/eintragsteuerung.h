@@ -2,40 +2,52 @@
 
 // The entry page: the panel on which the scorer sets each game, its value
 // and description, entering it into the list (by button or after the wait),
-// loading a stored game back for correction, deleting one from the overview,
-// the bid dock and the dealer with the declarer buttons it leaves free.
+// loading a stored game back for correction, the overview of the games with
+// deleting one from it, the bid button and dock on the tool bar, and the
+// dealer with the declarer buttons it leaves free.
 
+#include "app/widgets/seite.h"
 #include "core/db/spieleintrag.h"
 
+#include <QLineEdit>
 #include <QObject>
+#include <QPushButton>
+
 #include <QPointer>
 #include <QTimer>
+#include <memory>
+
+namespace Ui {
+class EintragSeite;
+class UebersichtSeite;
+} // namespace Ui
 
 class DockReizung;
 class Einstellungen;
 class ListenDienst;
 class QButtonGroup;
-class QLineEdit;
-class QMainWindow;
+class QDockWidget;
 class QModelIndex;
-class QPushButton;
 class Uebersicht;
-class Werkzeugleiste;
 struct ListenAenderung;
 struct SpielEingabe;
 struct Spielangaben;
-
-namespace Ui {
-class MainWindow;
-}
 
 class EintragSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    EintragSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Werkzeugleiste &leiste,
+    // Builds the entry page and the overview on the pages given.
+    EintragSteuerung(QObject *parent, QWidget *eintragSeite, QWidget *uebersichtSeite,
                      ListenDienst &dienst, Einstellungen &einstellungen);
+    ~EintragSteuerung() override;
+
+    // The bid button and its field, for the tool bar.
+    QPushButton *reizungKnopf() const { return m_pbReizung; }
+    QLineEdit *reizwertFeld() const { return m_leReizwert; }
+    // Shows the standings below the panel.
+    void spielstandEinsetzen(QWidget *anzeige);
 
     void onFertig();
     void onSchneider(bool gesetzt);
@@ -74,6 +86,10 @@ signals:
     void hervorheben(int sitz);
     // A game was entered or corrected and the panel is free again.
     void spielUebernommen();
+    void seiteZeigen(Seite seite);
+    void statusMeldung(const QString &text, int dauer);
+    // A dock to place at the top of the window.
+    void dockZeigen(QDockWidget *dock);
 
 private:
     void gruppenAnlegen();
@@ -90,9 +106,11 @@ private:
     bool eintragen();
     void warnen(const QString &text);
     void nichtGespeichert(const QString &grund);
+    void kopfZeigen();
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
+    QWidget *m_seite;
+    std::unique_ptr<Ui::EintragSeite> m_ui;
+    std::unique_ptr<Ui::UebersichtSeite> m_uebersichtUi;
     QPushButton *m_pbReizung;
     QLineEdit *m_leReizwert;
     ListenDienst &m_dienst;

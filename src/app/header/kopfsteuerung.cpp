@@ -1,10 +1,11 @@
 #include "app/header/kopfsteuerung.h"
 
-#include "app/widgets/werkzeugleiste.h"
+#include "ui_kopfgruppe.h"
+#include "ui_neuseite.h"
+
 #include "core/files/spielerdatei.h"
 #include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
-#include "ui_mainwindow.h"
 
 #include <QFile>
 #include <QMessageBox>
@@ -16,54 +17,59 @@ namespace {
 const QString GruppenVerbot = QStringLiteral(":$@");
 } // namespace
 
-KopfSteuerung::KopfSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Werkzeugleiste &leiste,
-                             ListenDienst &dienst, Einstellungen &einstellungen)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_lblListe(leiste.lblListe), m_dienst(dienst),
-      m_einstellungen(einstellungen), m_tabNeu(ui.tabNeu),
-      m_spielerListe(new QStandardItemModel(this))
+KopfSteuerung::KopfSteuerung(QObject *parent, QWidget *neuSeite, ListenDienst &dienst,
+                             Einstellungen &einstellungen)
+    : QObject(parent), m_gruppe(new QGroupBox), m_ui(new Ui::KopfGruppe), m_neu(new Ui::NeuSeite),
+      m_dienst(dienst), m_einstellungen(einstellungen), m_spielerListe(new QStandardItemModel(this))
 {
-    // The new-protocol page is shown only while a protocol is being prepared.
-    m_ui.tabWidget->removeTab(m_ui.tabWidget->indexOf(m_tabNeu));
-    m_tabNeu->hide();
+    m_ui->setupUi(m_gruppe);
+    m_neu->setupUi(neuSeite);
+    // Asked for from the manager only while one is there.
+    m_neu->pbAnfordern->hide();
     m_spielerListe->setHorizontalHeaderLabels({QStringLiteral("Name")});
-    m_ui.lvRegistrierteSpieler->setModel(m_spielerListe);
-    m_ui.leListenName->setText(m_einstellungen.vereinsname());
+    m_neu->lvRegistrierteSpieler->setModel(m_spielerListe);
+    m_ui->leListenName->setText(m_einstellungen.vereinsname());
     kopfZeigen();
     felderVerbinden();
     connect(&m_dienst, &ListenDienst::geaendert, this, &KopfSteuerung::listeGeaendert);
     connect(&m_einstellungen, &Einstellungen::vereinsnameGeaendert, this,
             [this](const QString &name) {
-                if (m_ui.leListenName->text() != name)
-                    m_ui.leListenName->setText(name);
+                if (m_ui->leListenName->text() != name)
+                    m_ui->leListenName->setText(name);
             });
 }
 
+KopfSteuerung::~KopfSteuerung() = default;
+
 void KopfSteuerung::felderVerbinden()
 {
-    connect(m_ui.spbTischNr, QOverload<int>::of(&QSpinBox::valueChanged), this,
+    connect(m_ui->spbTischNr, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &KopfSteuerung::onTischNr);
-    connect(m_ui.spbSerie, QOverload<int>::of(&QSpinBox::valueChanged), this,
+    connect(m_ui->spbSerie, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &KopfSteuerung::onSerie);
-    connect(m_ui.spbSpielAnzahl, QOverload<int>::of(&QSpinBox::valueChanged), this,
+    connect(m_ui->spbSpielAnzahl, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &KopfSteuerung::kopfAusFeldern);
-    connect(m_ui.deDatum, &QDateEdit::dateChanged, this, &KopfSteuerung::kopfAusFeldern);
-    connect(m_ui.leListenName, &QLineEdit::textChanged, this, &KopfSteuerung::onListenName);
-    connect(m_ui.cmbGruppenId, &QComboBox::currentTextChanged, this,
+    connect(m_ui->deDatum, &QDateEdit::dateChanged, this, &KopfSteuerung::kopfAusFeldern);
+    connect(m_ui->leListenName, &QLineEdit::textChanged, this, &KopfSteuerung::onListenName);
+    connect(m_ui->cmbGruppenId, &QComboBox::currentTextChanged, this,
             &KopfSteuerung::onChangeGruppenId);
-    connect(m_ui.pbStartSpiel, &QPushButton::clicked, this, &KopfSteuerung::onStartSpiel);
-    connect(m_ui.pbOk, &QPushButton::clicked, this, &KopfSteuerung::onNeuesProtokollOk);
-    connect(m_ui.pbAbbruch, &QPushButton::clicked, this, &KopfSteuerung::onNeuesProtokollAbbruch);
-    connect(m_ui.lvRegistrierteSpieler, &QListView::clicked, this,
+    connect(m_neu->pbOk, &QPushButton::clicked, this, &KopfSteuerung::onNeuesProtokollOk);
+    connect(m_neu->pbAbbruch, &QPushButton::clicked, this, &KopfSteuerung::onNeuesProtokollAbbruch);
+    connect(m_neu->lvRegistrierteSpieler, &QListView::clicked, this,
             &KopfSteuerung::onSpielerSelected);
-    connect(m_ui.lvRegistrierteSpieler, &QListView::doubleClicked, this,
+    connect(m_neu->lvRegistrierteSpieler, &QListView::doubleClicked, this,
             &KopfSteuerung::onSpielerDoubleClicked);
-    connect(m_ui.pbSpielerAusTextdatei, &QPushButton::clicked, this,
+    connect(m_neu->pbSpielerAusTextdatei, &QPushButton::clicked, this,
             &KopfSteuerung::spielerAusTextDateiLaden);
+    connect(m_neu->pbAnfordern, &QPushButton::clicked, this,
+            &KopfSteuerung::spielerdatenGewuenscht);
+    for (QLineEdit *feld : {m_neu->leNeuTischNr, m_neu->leNeuSerie})
+        connect(feld, &QLineEdit::textChanged, this, &KopfSteuerung::angabenMelden);
 }
 
 void KopfSteuerung::warnen(const QString &text)
 {
-    QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"), text);
+    QMessageBox::warning(m_gruppe, QStringLiteral("WARNUNG"), text);
 }
 
 void KopfSteuerung::listeGeaendert(const ListenAenderung &aenderung)
@@ -75,7 +81,7 @@ void KopfSteuerung::listeGeaendert(const ListenAenderung &aenderung)
         break;
     case ListenAenderung::SpielNeu:
         // Once the list has started, its number of games is fixed.
-        m_ui.spbSpielAnzahl->setEnabled(false);
+        m_ui->spbSpielAnzahl->setEnabled(false);
         break;
     default:
         break;
@@ -85,40 +91,38 @@ void KopfSteuerung::listeGeaendert(const ListenAenderung &aenderung)
 void KopfSteuerung::kopfZeigen()
 {
     const ListenKopf &kopf = m_dienst.kopf();
-    const QSignalBlocker sperreTisch(m_ui.spbTischNr);
-    const QSignalBlocker sperreSerie(m_ui.spbSerie);
-    const QSignalBlocker sperreAnzahl(m_ui.spbSpielAnzahl);
-    const QSignalBlocker sperreDatum(m_ui.deDatum);
-    const QSignalBlocker sperreGruppe(m_ui.cmbGruppenId);
-    m_ui.spbTischNr->setValue(kopf.tischNr);
-    m_ui.spbSerie->setValue(kopf.serie);
-    m_ui.spbSpielAnzahl->setValue(kopf.anzahlSpiele);
-    m_ui.deDatum->setDate(kopf.datum);
-    if (m_ui.cmbGruppenId->currentText() != kopf.gruppe)
-        m_ui.cmbGruppenId->setEditText(kopf.gruppe);
-    m_ui.leTischnrAnzeige->setText(QString::number(kopf.tischNr));
-    m_ui.leSerie->setText(QString::number(kopf.serie));
+    const QSignalBlocker sperreTisch(m_ui->spbTischNr);
+    const QSignalBlocker sperreSerie(m_ui->spbSerie);
+    const QSignalBlocker sperreAnzahl(m_ui->spbSpielAnzahl);
+    const QSignalBlocker sperreDatum(m_ui->deDatum);
+    const QSignalBlocker sperreGruppe(m_ui->cmbGruppenId);
+    m_ui->spbTischNr->setValue(kopf.tischNr);
+    m_ui->spbSerie->setValue(kopf.serie);
+    m_ui->spbSpielAnzahl->setValue(kopf.anzahlSpiele);
+    m_ui->deDatum->setDate(kopf.datum);
+    if (m_ui->cmbGruppenId->currentText() != kopf.gruppe)
+        m_ui->cmbGruppenId->setEditText(kopf.gruppe);
 }
 
 void KopfSteuerung::kopfAusFeldern()
 {
     ListenKopf kopf = m_dienst.kopf();
-    kopf.tischNr = m_ui.spbTischNr->value();
-    kopf.serie = m_ui.spbSerie->value();
-    kopf.anzahlSpiele = m_ui.spbSpielAnzahl->value();
-    kopf.datum = m_ui.deDatum->date();
+    kopf.tischNr = m_ui->spbTischNr->value();
+    kopf.serie = m_ui->spbSerie->value();
+    kopf.anzahlSpiele = m_ui->spbSpielAnzahl->value();
+    kopf.datum = m_ui->deDatum->date();
     m_dienst.kopfAendern(kopf);
 }
 
 void KopfSteuerung::onTischNr(int nummer)
 {
-    m_ui.leTischnrAnzeige->setText(QString::number(nummer));
+    Q_UNUSED(nummer);
     kopfAusFeldern();
 }
 
 void KopfSteuerung::onSerie(int nummer)
 {
-    m_ui.leSerie->setText(QString::number(nummer));
+    Q_UNUSED(nummer);
     kopfAusFeldern();
 }
 
@@ -133,8 +137,8 @@ void KopfSteuerung::onChangeGruppenId(const QString &gruppe)
         if (gruppe.contains(zeichen)) {
             warnen(QStringLiteral("Das Zeichen \"%1\" ist in der Gruppen-ID nicht erlaubt.")
                        .arg(zeichen));
-            const QSignalBlocker sperre(m_ui.cmbGruppenId);
-            m_ui.cmbGruppenId->setEditText(m_dienst.kopf().gruppe);
+            const QSignalBlocker sperre(m_ui->cmbGruppenId);
+            m_ui->cmbGruppenId->setEditText(m_dienst.kopf().gruppe);
             return;
         }
     }
@@ -145,7 +149,7 @@ void KopfSteuerung::onChangeGruppenId(const QString &gruppe)
 
 void KopfSteuerung::gruppeVorgeben(const QString &gruppe)
 {
-    QComboBox *gruppen = m_ui.cmbGruppenId;
+    QComboBox *gruppen = m_ui->cmbGruppenId;
     const QSignalBlocker sperre(gruppen);
     if (gruppen->findData(gruppe) < 0)
         gruppen->addItem(gruppe, gruppe);
@@ -158,9 +162,9 @@ void KopfSteuerung::gruppeVorgeben(const QString &gruppe)
 
 void KopfSteuerung::auslosungZeigen(int tischNr, int serie, const QStringList &sitze)
 {
-    if (m_ui.tabWidget->indexOf(m_tabNeu) < 0)
+    if (!m_neuOffen)
         onNewProtokoll();
-    if (m_ui.tabWidget->indexOf(m_tabNeu) < 0)
+    if (!m_neuOffen)
         return;
     const QList<QLineEdit *> felder = neueSpielerFelder();
     for (int sitz = 0; sitz < felder.size(); ++sitz) {
@@ -169,33 +173,31 @@ void KopfSteuerung::auslosungZeigen(int tischNr, int serie, const QStringList &s
         if (!sitzText.isEmpty())
             spielerHinzufuegen(sitzText);
     }
-    m_ui.chkSpielerBeibehalten->setChecked(false);
-    m_ui.leNeuTischNr->setText(QString::number(tischNr));
-    m_ui.leNeuSerie->setText(QString::number(serie));
+    m_neu->chkSpielerBeibehalten->setChecked(false);
+    m_neu->leNeuTischNr->setText(QString::number(tischNr));
+    m_neu->leNeuSerie->setText(QString::number(serie));
 }
 
 void KopfSteuerung::setzeLaufzustand(bool laufend)
 {
     for (QWidget *feld :
-         {static_cast<QWidget *>(m_ui.spbSerie), static_cast<QWidget *>(m_ui.spbTischNr),
-          static_cast<QWidget *>(m_ui.spbSpielAnzahl), static_cast<QWidget *>(m_ui.pbStartSpiel)})
+         {static_cast<QWidget *>(m_ui->spbSerie), static_cast<QWidget *>(m_ui->spbTischNr),
+          static_cast<QWidget *>(m_ui->spbSpielAnzahl)})
         feld->setEnabled(!laufend);
-    for (int index = 1; index <= 3; ++index)
-        m_ui.tabWidget->setTabEnabled(index, laufend);
+    emit seitenFreigeben(laufend);
     emit laufzustandGeaendert(laufend);
 }
 
 void KopfSteuerung::anfangszustand()
 {
-    m_ui.tabWidget->setCurrentWidget(m_ui.tabBeschreibung);
-    for (int index = 1; index <= 3; ++index)
-        m_ui.tabWidget->setTabEnabled(index, false);
+    emit seiteZeigen(Seite::Beschreibung);
+    emit seitenFreigeben(false);
 }
 
 void KopfSteuerung::wiederherstellen()
 {
     const QString gruppe = m_dienst.kopf().gruppe;
-    QComboBox *gruppen = m_ui.cmbGruppenId;
+    QComboBox *gruppen = m_ui->cmbGruppenId;
     if (!gruppe.isEmpty() && gruppen->findText(gruppe, Qt::MatchFixedString) < 0) {
         const QSignalBlocker sperre(gruppen);
         gruppen->addItem(gruppe);
@@ -205,12 +207,12 @@ void KopfSteuerung::wiederherstellen()
     setzeLaufzustand(true);
     const int tischNr = m_dienst.kopf().tischNr;
     if (tischNr != 0)
-        m_lblListe->setText(QStringLiteral("Erstliste Tisch %1").arg(tischNr));
+        emit listeBenannt(QStringLiteral("Erstliste Tisch %1").arg(tischNr));
 }
 
 void KopfSteuerung::protokollGeladen()
 {
-    m_lblListe->setText(QStringLiteral("XML-Liste Tisch %1").arg(m_dienst.kopf().tischNr));
+    emit listeBenannt(QStringLiteral("XML-Liste Tisch %1").arg(m_dienst.kopf().tischNr));
     setzeLaufzustand(true);
 }
 
@@ -226,26 +228,22 @@ void KopfSteuerung::schliessen()
 
 QList<QLineEdit *> KopfSteuerung::neueSpielerFelder() const
 {
-    return {m_ui.leNeuSpieler1, m_ui.leNeuSpieler2, m_ui.leNeuSpieler3, m_ui.leNeuSpieler4};
+    return {m_neu->leNeuSpieler1, m_neu->leNeuSpieler2, m_neu->leNeuSpieler3, m_neu->leNeuSpieler4};
 }
 
 void KopfSteuerung::onNewProtokoll()
 {
-    if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
-                              QStringLiteral("Neues Protokoll?"),
+    if (QMessageBox::question(m_gruppe, QStringLiteral("FRAGE"), QStringLiteral("Neues Protokoll?"),
                               QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
     emit protokollWirdVorbereitet();
-    m_ui.tabWidget->insertTab(5, m_tabNeu, QStringLiteral("Neu"));
-    m_ui.tabWidget->setTabEnabled(5, true);
-    m_tabNeu->show();
-    m_ui.tabWidget->setCurrentWidget(m_tabNeu);
+    neuSeiteSetzen(true);
 
     spielerListeFuellen(QStringLiteral("Name"));
     for (QLineEdit *feld : neueSpielerFelder())
         feld->clear();
-    m_ui.chkSpielerBeibehalten->setChecked(false);
-    m_ui.spbSpielAnzahl->setValue(m_dienst.anzahlTeilnehmer() == 3 ? 36 : 48);
+    m_neu->chkSpielerBeibehalten->setChecked(false);
+    m_ui->spbSpielAnzahl->setValue(m_dienst.anzahlTeilnehmer() == 3 ? 36 : 48);
 }
 
 void KopfSteuerung::onNeuesProtokollAbbruch()
@@ -255,19 +253,34 @@ void KopfSteuerung::onNeuesProtokollAbbruch()
 
 void KopfSteuerung::setTabWidgetNeuToHide()
 {
-    const int index = m_ui.tabWidget->indexOf(m_tabNeu);
-    if (index >= 0) {
-        m_ui.tabWidget->setTabEnabled(index, false);
-        m_ui.tabWidget->removeTab(index);
-    }
-    m_tabNeu->hide();
-    m_ui.tabWidget->setCurrentIndex(0);
+    neuSeiteSetzen(false);
+}
+
+void KopfSteuerung::neuSeiteSetzen(bool offen)
+{
+    m_neuOffen = offen;
+    emit neuSeiteOffen(offen);
+    angabenMelden();
+}
+
+void KopfSteuerung::angabenMelden()
+{
+    emit neueListeAngaben(m_neuOffen, m_neu->leNeuTischNr->text(), m_neu->leNeuSerie->text());
+}
+
+void KopfSteuerung::namenSperren(bool sperren)
+{
+    m_neu->pbAnfordern->setVisible(sperren);
+    m_neu->pbSpielerAusTextdatei->setVisible(!sperren);
+    m_neu->pbSpielerAusTextdatei->setEnabled(!sperren);
+    for (QLineEdit *feld : neueSpielerFelder())
+        feld->setEnabled(!sperren);
 }
 
 void KopfSteuerung::onNeuesProtokollOk()
 {
     std::optional<QStringList> namen;
-    if (!m_ui.chkSpielerBeibehalten->isChecked()) {
+    if (!m_neu->chkSpielerBeibehalten->isChecked()) {
         namen.emplace();
         for (QLineEdit *feld : neueSpielerFelder()) {
             const QString verboten = SpielerDatei::verboteneZeichen(feld->text());
@@ -283,9 +296,9 @@ void KopfSteuerung::onNeuesProtokollOk()
                 *namen << name;
         }
     }
-    const int tischNr = m_ui.leNeuTischNr->text().toInt();
+    const int tischNr = m_neu->leNeuTischNr->text().toInt();
     const DienstErgebnis ergebnis =
-        m_dienst.neuesProtokoll(tischNr, m_ui.leNeuSerie->text().toInt(), namen);
+        m_dienst.neuesProtokoll(tischNr, m_neu->leNeuSerie->text().toInt(), namen);
     if (!ergebnis.ok()) {
         warnen(ergebnis.fehler);
         return;
@@ -295,13 +308,13 @@ void KopfSteuerung::onNeuesProtokollOk()
     emit protokollVorbereitet();
     setzeLaufzustand(false);
     setTabWidgetNeuToHide();
-    m_lblListe->setText(QStringLiteral("Erstliste Tisch %1").arg(tischNr));
+    emit listeBenannt(QStringLiteral("Erstliste Tisch %1").arg(tischNr));
 }
 
 void KopfSteuerung::onStartSpiel()
 {
     if (QMessageBox::question(
-            m_fenster, QStringLiteral("FRAGE"),
+            m_gruppe, QStringLiteral("FRAGE"),
             QStringLiteral("Sind Mitglied- und Preisskat-Eintragungen korrekt?\nSerie Starten?"),
             QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
@@ -311,7 +324,7 @@ void KopfSteuerung::onStartSpiel()
         return;
     }
     setzeLaufzustand(true);
-    m_ui.tabWidget->setCurrentWidget(m_ui.tabSpieleintrag);
+    emit seiteZeigen(Seite::Spieleintrag);
     emit serieGestartet();
 }
 
@@ -368,7 +381,7 @@ int KopfSteuerung::spielerHinzufuegen(const QString &text)
 
 void KopfSteuerung::onSpielerSelected()
 {
-    onSpielerDoubleClicked(m_ui.lvRegistrierteSpieler->currentIndex());
+    onSpielerDoubleClicked(m_neu->lvRegistrierteSpieler->currentIndex());
 }
 
 void KopfSteuerung::onSpielerDoubleClicked(const QModelIndex &index)

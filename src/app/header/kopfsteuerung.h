@@ -5,30 +5,37 @@
 // player registry, the start of a series, and the set-up and running states
 // of the window that follow from it.
 
+#include "app/widgets/seite.h"
+
+#include <QGroupBox>
 #include <QObject>
+
+#include <memory>
+
+namespace Ui {
+class KopfGruppe;
+class NeuSeite;
+} // namespace Ui
 
 class Einstellungen;
 class ListenDienst;
-class QLabel;
 class QLineEdit;
-class QMainWindow;
 class QModelIndex;
 class QStandardItemModel;
-class QWidget;
-class Werkzeugleiste;
 struct ListenAenderung;
-
-namespace Ui {
-class MainWindow;
-}
 
 class KopfSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    KopfSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Werkzeugleiste &leiste,
-                  ListenDienst &dienst, Einstellungen &einstellungen);
+    // Builds the "Neu" page on the page given and the header's group box.
+    KopfSteuerung(QObject *parent, QWidget *neuSeite, ListenDienst &dienst,
+                  Einstellungen &einstellungen);
+    ~KopfSteuerung() override;
+
+    // The group box for the settings tab; whoever lays it out takes it over.
+    QGroupBox *gruppe() const { return m_gruppe; }
 
     void onTischNr(int nummer);
     void onSerie(int nummer);
@@ -50,6 +57,9 @@ public:
     // Registers one player given as "number|name|member|prize skat" unless
     // the name is known; the member number, 0 when nothing was read.
     int spielerHinzufuegen(const QString &text);
+    // With a manager the players come from its draw: the "Neu" page asks for
+    // them instead of reading a file, and its name fields are not typed into.
+    void namenSperren(bool sperren);
     void onSpielerSelected();
     void onSpielerDoubleClicked(const QModelIndex &index);
 
@@ -67,6 +77,17 @@ signals:
     void protokollWirdVorbereitet();
     void protokollVorbereitet();
     void serieGestartet();
+    void seiteZeigen(Seite seite);
+    // Entry, overview and sheet are open only while a series runs.
+    void seitenFreigeben(bool frei);
+    // The "Neu" page is opened (shown as the current tab) or closed.
+    void neuSeiteOffen(bool offen);
+    // What the "Neu" page asks for, while it is open: table and series as typed.
+    void neueListeAngaben(bool offen, const QString &tisch, const QString &serie);
+    // The tool bar's name of the list being kept.
+    void listeBenannt(const QString &text);
+    // The manager is asked for the players of the table and series on the "Neu" page.
+    void spielerdatenGewuenscht();
 
 private:
     void felderVerbinden();
@@ -77,12 +98,14 @@ private:
     QList<QLineEdit *> neueSpielerFelder() const;
     void spielerListeFuellen(const QString &kopf);
     void warnen(const QString &text);
+    void neuSeiteSetzen(bool offen);
+    void angabenMelden();
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
-    QLabel *m_lblListe;
+    QGroupBox *m_gruppe;
+    std::unique_ptr<Ui::KopfGruppe> m_ui;
+    std::unique_ptr<Ui::NeuSeite> m_neu;
     ListenDienst &m_dienst;
     Einstellungen &m_einstellungen;
-    QWidget *m_tabNeu;
     QStandardItemModel *m_spielerListe;
+    bool m_neuOffen = false;
 };

@@ -7,13 +7,12 @@
 #include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
 #include "core/standings/spielmodus.h"
-#include "ui_mainwindow.h"
 #include "velmora/client.h"
 
 #include <QFile>
-#include <QMainWindow>
+#include <QGroupBox>
+#include <QLabel>
 #include <QMessageBox>
-#include <QStatusBar>
 
 namespace {
 
@@ -41,11 +40,10 @@ bool vonPartnerAdressiert(int typ)
 
 } // namespace
 
-NetzSteuerung::NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
-                             Einstellungen &einstellungen)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst),
-      m_einstellungen(einstellungen), m_client(new Client(Empfang::tischProgramm(), this)),
-      m_paarung(new Paarung(this))
+NetzSteuerung::NetzSteuerung(QWidget *eltern, ListenDienst &dienst, Einstellungen &einstellungen,
+                             const Paarung &paarung)
+    : QObject(eltern), m_eltern(eltern), m_dienst(dienst), m_einstellungen(einstellungen),
+      m_client(new Client(Empfang::tischProgramm(), this)), m_paarung(paarung)
 {
     connect(m_client, &Client::newParticipant, this, &NetzSteuerung::newParticipant);
     connect(m_client, &Client::participantLeft, this, &NetzSteuerung::rechnerAbmeldung);
@@ -58,43 +56,55 @@ NetzSteuerung::NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDie
         status(QStringLiteral("%1 Nachrichten ohne gueltigen Schluessel verworfen")
                    .arg(m_client->rejectedMessages()));
     });
-    connect(m_paarung, &Paarung::geaendert, this, [this] {
+    connect(&m_paarung, &Paarung::geaendert, this, [this] {
         const bool vorher = m_ergebnisseErlaubt;
-        m_ergebnisseErlaubt = m_paarung->ergebnisseErlaubt();
+        m_ergebnisseErlaubt = m_paarung.ergebnisseErlaubt();
         if (m_ergebnisseErlaubt && !vorher)
             emit ergebnisseGefragt();
     });
 
-    m_ui.leTurnierschluessel->setText(m_einstellungen.turnierschluessel());
     m_client->setKey(m_einstellungen.turnierschluessel().toUtf8());
-    connect(m_ui.leTurnierschluessel, &QLineEdit::editingFinished, this,
-            [this] { m_einstellungen.turnierschluesselSetzen(m_ui.leTurnierschluessel->text()); });
     connect(&m_einstellungen, &Einstellungen::turnierschluesselGeaendert, this,
             &NetzSteuerung::schluesselSetzen);
 
-    new VerbindungsSteuerung(fenster, ui, *m_client);
-
-    m_ui.pbAnfordern->hide();
-    connect(m_ui.pbAnfordern, &QPushButton::clicked, this, &NetzSteuerung::spielerdatenAnfordern);
+    m_verbindung = new VerbindungsSteuerung(this, *m_client, einstellungen);
+    connect(m_verbindung, &VerbindungsSteuerung::statusMeldung, this,
+            &NetzSteuerung::statusMeldung);
     connect(&m_dienst, &ListenDienst::geaendert, this, &NetzSteuerung::listeGeaendert);
     empfangSchalten();
 }
 
 NetzSteuerung::~NetzSteuerung() = default;
 
+QGroupBox *NetzSteuerung::netzwerkGruppe() const
+{
+    return m_verbindung->gruppe();
+}
+
+QLabel *NetzSteuerung::verbindungsAnzeige() const
+{
+    return m_verbindung->anzeige();
+}
+
 int NetzSteuerung::eigeneTischNr() const
 {
-    return m_ui.spbTischNr->value();
+    return m_dienst.kopf().tischNr;
 }
 
 void NetzSteuerung::status(const QString &text)
 {
-    m_fenster->statusBar()->showMessage(text);
+    emit statusMeldung(text, 0);
+}
+
+void NetzSteuerung::neueListeAngaben(bool offen, const QString &tisch, const QString &serie)
+{
+    m_neuOffen = offen;
+    m_neuTisch = tisch;
+    m_neuSerie = serie;
 }
 
 void NetzSteuerung::schluesselSetzen(const QString &schluessel)
 {
-    m_ui.leTurnierschluessel->setText(schluessel);
     m_client->setKey(schluessel.toUtf8());
     status(schluessel.isEmpty() ? QStringLiteral("Nachrichten ohne Turnierschluessel")
                                 : QStringLiteral("Nachrichten mit Turnierschluessel"));
@@ -124,6 +134,17 @@ void NetzSteuerung::senden(int typ, const QString &adresse, const QStringList &i
     m_client->sendMessage(nachricht.text());
 }
 
+void NetzSteuerung::zeilenKopieren(const QString &adresse)
+{
+    for (const SpielEintrag &spiel : m_dienst.spiele())
+        senden(Nachricht::ZeileKopie, adresse, Kartulo::mapFromSpiel(alsTupel(spiel)));
+}
+
+void NetzSteuerung::vonHierSenden(int typ, const QStringList &inhalt)
+{
+    senden(typ, m_eigeneAdresse, inhalt);
+}
+
 void NetzSteuerung::hinweisZeigen(Hinweis art, const QString &text)
 {
     // A flood of such messages must not stack boxes the scorer has to click away.
@@ -133,7 +154,7 @@ void NetzSteuerung::hinweisZeigen(Hinweis art, const QString &text)
         return;
     }
     m_offeneHinweise.insert(kind);
-    QMessageBox::information(m_fenster, QStringLiteral("INFO"), text);
+    QMessageBox::information(m_eltern, QStringLiteral("INFO"), text);
     m_offeneHinweise.remove(kind);
 }
 
@@ -163,7 +184,7 @@ void NetzSteuerung::appendMessage(const QString &von, const QString &text)
     lage.tischNr = eigeneTischNr();
     lage.serie = kopf.serie;
     lage.spieler = m_dienst.listenTyp();
-    lage.paarung = m_paarung;
+    lage.paarung = &m_paarung;
     const Empfang::Urteil urteil = Empfang::pruefen(von, *nachricht, lage);
     if (urteil.art == Empfang::Urteil::Abweisen)
         abweisen(von, *nachricht, urteil.grund);
@@ -183,7 +204,7 @@ void NetzSteuerung::vomManager(const Nachricht &n)
         break;
     case Nachricht::SpielerListe:
         // A second list takes its players from its first list only.
-        if (!m_paarung->istZweitliste())
+        if (!m_paarung.istZweitliste())
             emit spielerListe(n.inhalt);
         break;
     case Nachricht::Auslosung:
@@ -203,11 +224,10 @@ void NetzSteuerung::auslosungPruefen(const Nachricht &n)
     emit gruppe(n.gruppe);
     // While the "Neu" page is open the draw answers what it asked for, on a
     // fresh list too; otherwise it is for the list's own table.
-    const bool neuOffen = m_ui.tabWidget->indexOf(m_ui.tabNeu) >= 0;
-    const int tisch = neuOffen ? m_ui.leNeuTischNr->text().toInt() : eigeneTischNr();
+    const int tisch = m_neuOffen ? m_neuTisch.toInt() : eigeneTischNr();
     const QStringList sitze = n.inhalt.mid(2);
     const bool passt = n.inhalt.value(0).toInt() == tisch && sitze.size() >= 3 &&
-                       (!neuOffen || n.inhalt.value(1).toInt() == m_ui.leNeuSerie->text().toInt());
+                       (!m_neuOffen || n.inhalt.value(1).toInt() == m_neuSerie.toInt());
     if (!passt) {
         hinweisZeigen(
             Hinweis::Auslosung,
@@ -225,21 +245,19 @@ void NetzSteuerung::vonTisch(const QString &von, const Nachricht &n)
         emit ergebnisseEmpfangen(n.inhalt);
         break;
     case Nachricht::ZweitlisteAnfrage:
-        zweitlisteAnfrage(von);
+        emit zweitlisteAngefragt(von);
         break;
     case Nachricht::ZweitlisteSpieler:
         emit zweitlisteSpieler(von, n.inhalt);
         emit gruppe(n.gruppe);
         break;
     case Nachricht::ZweitlisteAbgelehnt:
-        m_paarung->aufheben();
-        m_ui.actionVerbinden->setEnabled(true);
+        emit zweitlisteAbgelehnt();
         // A first list gives a short reason; a box took seconds per megabyte to lay out.
         hinweisZeigen(Hinweis::Abgelehnt, n.inhalt.at(1).left(200));
         break;
     case Nachricht::ZweitlisteAbgemeldet:
-        m_paarung->trennen();
-        m_ui.actionVerbinden->setEnabled(true);
+        emit partnerAbgemeldet();
         hinweisZeigen(Hinweis::Abgemeldet, QStringLiteral("ZweitListe hat sich abgemeldet."));
         break;
     case Nachricht::TischNummer: {
@@ -257,36 +275,6 @@ void NetzSteuerung::vonTisch(const QString &von, const Nachricht &n)
     default:
         break;
     }
-}
-
-void NetzSteuerung::zweitlisteAnfrage(const QString &von)
-{
-    // The answer goes where the request came from, whatever its text claims.
-    const QString antwortAn = Kennung::aus(von).adresse;
-    const int tischNr = eigeneTischNr();
-    const QString tisch = QString::number(tischNr);
-    if (m_paarung->hatZweitliste()) {
-        senden(Nachricht::ZweitlisteAbgelehnt, antwortAn,
-               {tisch, QStringLiteral("Tisch %1 hat schon Zweitliste!").arg(tischNr)});
-        m_paarung->anfrageVergessen();
-        return;
-    }
-    if (m_paarung->wartet())
-        return;
-    if (m_dienst.spiele().isEmpty() && m_ui.pbStartSpiel->isEnabled()) {
-        senden(Nachricht::ZweitlisteAbgelehnt, antwortAn,
-               {tisch, QStringLiteral("Protokoll in Erstliste wurde noch nicht gestartet!")});
-        return;
-    }
-    m_paarung->zweitlisteAngenommen(von);
-    QStringList spieler{tisch, QString::number(m_dienst.kopf().serie)};
-    for (const Teilnehmer &t : m_dienst.teilnehmer())
-        spieler << QStringLiteral("%1|%2|%3|%4").arg(t.mgldNr).arg(t.name, t.mitglied, t.preisskat);
-    spieler << QStringLiteral("SpielerEnde");
-    senden(Nachricht::ZweitlisteSpieler, antwortAn, spieler);
-    m_ui.actionVerbinden->setEnabled(false);
-    for (const SpielEintrag &spiel : m_dienst.spiele())
-        senden(Nachricht::ZeileKopie, antwortAn, Kartulo::mapFromSpiel(alsTupel(spiel)));
 }
 
 void NetzSteuerung::newParticipant(const QString &kennung)
@@ -311,14 +299,8 @@ void NetzSteuerung::newParticipant(const QString &kennung)
         steuerelementeTauschen(true);
         // Only the first manager of the evening clears the ranking and takes
         // the scorer there; one coming back leaves the scorer where they are.
-        if (erstmals) {
-            if (m_ui.tabWidget->indexOf(m_ui.tabSpielstaende) < 0)
-                m_ui.tabWidget->insertTab(4, m_ui.tabSpielstaende, QStringLiteral("Spielstaende"));
-            m_ui.tabWidget->setTabEnabled(m_ui.tabWidget->indexOf(m_ui.tabSpielstaende), true);
-            m_ui.tabWidget->setCurrentWidget(m_ui.tabSpielstaende);
+        if (erstmals)
             emit managerErstmals();
-        }
-        m_ui.menuZweitliste->setEnabled(true);
         emit managerGeaendert(true);
         // The manager's standings are whole again without waiting for a game.
         tischNummerSenden();
@@ -360,22 +342,15 @@ void NetzSteuerung::steuerelementeTauschen(bool manager)
 {
     // With a manager the players come from its draw: the page asks for them
     // instead of reading a file, and its name fields are not typed into.
-    const bool sperren = manager && m_wlan;
-    m_ui.pbAnfordern->setVisible(sperren);
-    m_ui.pbSpielerAusTextdatei->setVisible(!sperren);
-    for (QWidget *feld :
-         {static_cast<QWidget *>(m_ui.pbSpielerAusTextdatei),
-          static_cast<QWidget *>(m_ui.leNeuSpieler1), static_cast<QWidget *>(m_ui.leNeuSpieler2),
-          static_cast<QWidget *>(m_ui.leNeuSpieler3), static_cast<QWidget *>(m_ui.leNeuSpieler4)})
-        feld->setEnabled(!sperren);
+    emit spielerVomManager(manager && m_wlan);
 }
 
 void NetzSteuerung::spielerdatenAnfordern()
 {
-    const QString tisch = m_ui.leNeuTischNr->text();
-    const QString serie = m_ui.leNeuSerie->text();
+    const QString &tisch = m_neuTisch;
+    const QString &serie = m_neuSerie;
     if (QMessageBox::question(
-            m_fenster, QStringLiteral("FRAGE"),
+            m_eltern, QStringLiteral("FRAGE"),
             QStringLiteral("Sind Tischnr %1 und Seriennr %2 richtig gesetzt?").arg(tisch, serie),
             QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
@@ -413,7 +388,7 @@ void NetzSteuerung::listeGeaendert(const ListenAenderung &aenderung)
         return;
     }
     // A second list's games are the first list's: they are not sent as its own.
-    if (m_dienst.kopf().modus != Spielmodus::Turnier || m_paarung->istZweitliste())
+    if (m_dienst.kopf().modus != Spielmodus::Turnier || m_paarung.istZweitliste())
         return;
     if (aenderung.art == ListenAenderung::SpielNeu && !m_dienst.spiele().isEmpty())
         zeileSenden(m_dienst.spiele().last());
@@ -428,7 +403,7 @@ void NetzSteuerung::zeileSenden(const SpielEintrag &spiel)
     // Every game goes out; only the paired second list takes it, the others see
     // a row that is not addressed to them.
     const QString adresse =
-        m_paarung->istErsteListe() ? m_paarung->zweitlisteAdresse() : m_eigeneAdresse;
+        m_paarung.istErsteListe() ? m_paarung.zweitlisteAdresse() : m_eigeneAdresse;
     QStringList inhalt{QString::number(eigeneTischNr()), QString::number(m_dienst.kopf().serie),
                        QString::number(spiel[SpielEintrag::Zeile])};
     inhalt << Kartulo::mapFromSpiel(alsTupel(spiel));
@@ -438,13 +413,13 @@ void NetzSteuerung::zeileSenden(const SpielEintrag &spiel)
 bool NetzSteuerung::rundenEndeFragen()
 {
     // A second list's sheet is the first list's again; the first list sends it.
-    if (m_managerId.isEmpty() || m_paarung->istZweitliste()) {
-        QMessageBox::information(m_fenster, QStringLiteral("INFORMATION"),
+    if (m_managerId.isEmpty() || m_paarung.istZweitliste()) {
+        QMessageBox::information(m_eltern, QStringLiteral("INFORMATION"),
                                  QStringLiteral("Rundenende erreicht!"));
         return false;
     }
     return QMessageBox::question(
-               m_fenster, QStringLiteral("INFORMATION"),
+               m_eltern, QStringLiteral("INFORMATION"),
                QStringLiteral("Rundenende erreicht!\nDaten nach Tabulor kopieren?"),
                QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
 }

@@ -5,7 +5,10 @@
 // from the participant it may come from, in the state it belongs to
 // (core/link/empfang.h), and handed on as what it means; what is refused is
 // counted in the status line, never boxed. The window's parts send through it.
+// The pairing with a second list is read here and changed by its own part.
 
+#include <QGroupBox>
+#include <QLabel>
 #include <QMap>
 #include <QMetaObject>
 #include <QObject>
@@ -17,23 +20,25 @@ class Client;
 class Einstellungen;
 class ListenDienst;
 class Paarung;
-class QMainWindow;
+class QWidget;
+class VerbindungsSteuerung;
 struct ListenAenderung;
 struct Nachricht;
 struct SpielEintrag;
-
-namespace Ui {
-class MainWindow;
-}
 
 class NetzSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    NetzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
-                  Einstellungen &einstellungen);
+    // Boxes open over the widget given, which also owns this part.
+    NetzSteuerung(QWidget *eltern, ListenDienst &dienst, Einstellungen &einstellungen,
+                  const Paarung &paarung);
     ~NetzSteuerung() override;
+
+    // The settings page's network section and the status line's link label.
+    QGroupBox *netzwerkGruppe() const;
+    QLabel *verbindungsAnzeige() const;
 
     // The address this table goes by: the local end of its connection to the
     // manager, before that the address of the interface its beacons go out on.
@@ -41,7 +46,6 @@ public:
     bool wlanBenutzt() const { return m_wlan; }
     // Table number known for each other table's address.
     const QMap<QString, int> &tischVonAdresse() const { return m_tischVonAdresse; }
-    Paarung &paarung() { return *m_paarung; }
     // Messages refused since the start: wrong sender, wrong state, too much.
     int abgewiesen() const { return m_abgewiesen; }
 
@@ -65,6 +69,12 @@ public:
     void blattSenden(const QString &pdfPfad);
 
     void senden(int typ, const QString &adresse, const QStringList &inhalt);
+    // Every stored game as a copy for the second list at that address.
+    void zeilenKopieren(const QString &adresse);
+    // Sent as coming from this table's own address.
+    void vonHierSenden(int typ, const QStringList &inhalt);
+    // What the "Neu" page asks for while it is open: a draw answers it.
+    void neueListeAngaben(bool offen, const QString &tisch, const QString &serie);
 
 signals:
     void spielerListe(const QStringList &spieler);
@@ -79,6 +89,14 @@ signals:
     void zweitlisteSpieler(const QString &ersteListe, const QStringList &inhalt);
     void ersteListeZeile(const QStringList &inhalt);
     void ersteListeKopie(const QStringList &inhalt);
+    // The first list's side: a table asks to keep this list again.
+    void zweitlisteAngefragt(const QString &von);
+    // The first list refused this second list, or the second list left.
+    void zweitlisteAbgelehnt();
+    void partnerAbgemeldet();
+    // With a manager the players come from its draw, not from the scorer.
+    void spielerVomManager(bool sperren);
+    void statusMeldung(const QString &text, int dauer);
     void managerGeaendert(bool verbunden);
     // The manager came from an address not seen before in this run: the
     // ranking starts afresh. After a restart or a dropped WLAN it is kept.
@@ -100,7 +118,6 @@ private:
     void vomManager(const Nachricht &nachricht);
     void vonTisch(const QString &von, const Nachricht &nachricht);
     void auslosungPruefen(const Nachricht &nachricht);
-    void zweitlisteAnfrage(const QString &von);
     void zeileSenden(const SpielEintrag &spiel);
     void steuerelementeTauschen(bool manager);
     void empfangSchalten();
@@ -111,12 +128,15 @@ private:
     int eigeneTischNr() const;
     void status(const QString &text);
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
+    QWidget *m_eltern;
     ListenDienst &m_dienst;
     Einstellungen &m_einstellungen;
     Client *m_client = nullptr;
-    Paarung *m_paarung = nullptr;
+    const Paarung &m_paarung;
+    VerbindungsSteuerung *m_verbindung = nullptr;
+    bool m_neuOffen = false;
+    QString m_neuTisch;
+    QString m_neuSerie;
     QMetaObject::Connection m_empfang;
     QString m_eigeneAdresse;
     QMap<QString, int> m_tischVonAdresse;

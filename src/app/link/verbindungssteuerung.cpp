@@ -1,67 +1,75 @@
 #include "app/link/verbindungssteuerung.h"
 
-#include "ui_mainwindow.h"
+#include "ui_netzwerkgruppe.h"
+
+#include "core/service/einstellungen.h"
 #include "velmora/client.h"
 
 #include <QLabel>
-#include <QMainWindow>
 #include <QMessageBox>
-#include <QStatusBar>
 
 namespace {
 const QString titel = QStringLiteral("Verbindung");
 } // namespace
 
-VerbindungsSteuerung::VerbindungsSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Client &client)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_client(client),
-      m_anzeige(new QLabel(fenster))
+VerbindungsSteuerung::VerbindungsSteuerung(QObject *parent, Client &client,
+                                           Einstellungen &einstellungen)
+    : QObject(parent), m_gruppe(new QGroupBox), m_ui(new Ui::NetzwerkGruppe), m_client(client),
+      m_anzeige(new QLabel)
 {
+    m_ui->setupUi(m_gruppe);
     m_anzeige->setObjectName(QStringLiteral("lblVerbindungsart"));
-    m_fenster->statusBar()->addPermanentWidget(m_anzeige);
+    m_ui->leTurnierschluessel->setText(einstellungen.turnierschluessel());
+    connect(m_ui->leTurnierschluessel, &QLineEdit::editingFinished, this, [this, &einstellungen] {
+        einstellungen.turnierschluesselSetzen(m_ui->leTurnierschluessel->text());
+    });
+    connect(&einstellungen, &Einstellungen::turnierschluesselGeaendert, m_ui->leTurnierschluessel,
+            &QLineEdit::setText);
     felderZeigen(m_client.linkSettings());
-    connect(m_ui.cmbVerbindung, qOverload<int>(&QComboBox::currentIndexChanged), this,
+    connect(m_ui->cmbVerbindung, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &VerbindungsSteuerung::felderSchalten);
-    connect(m_ui.pbVerbindungUebernehmen, &QPushButton::clicked, this,
+    connect(m_ui->pbVerbindungUebernehmen, &QPushButton::clicked, this,
             &VerbindungsSteuerung::verbindungUebernehmen);
     connect(&m_client, &Client::linkStateChanged, this, &VerbindungsSteuerung::stand);
     connect(&m_client, &Client::sendRefused, this, [this](const QString &grund) {
-        m_fenster->statusBar()->showMessage(
-            QStringLiteral("Server hat eine Nachricht abgelehnt: %1").arg(grund));
+        emit statusMeldung(QStringLiteral("Server hat eine Nachricht abgelehnt: %1").arg(grund), 0);
     });
     stand(m_client.linkOpen(), QString());
 }
 
+VerbindungsSteuerung::~VerbindungsSteuerung() = default;
+
 void VerbindungsSteuerung::felderZeigen(const LinkSettings &einstellungen)
 {
     const bool veranstaltung = einstellungen.mode == LinkSettings::Mode::Venue;
-    m_ui.cmbVerbindung->setCurrentIndex(veranstaltung ? 1 : 0);
-    m_ui.leServer->setText(einstellungen.broker);
-    m_ui.leKennung->setText(einstellungen.identity);
-    m_ui.leZugangsschluessel->setText(QString::fromLatin1(einstellungen.key.toHex()));
+    m_ui->cmbVerbindung->setCurrentIndex(veranstaltung ? 1 : 0);
+    m_ui->leServer->setText(einstellungen.broker);
+    m_ui->leKennung->setText(einstellungen.identity);
+    m_ui->leZugangsschluessel->setText(QString::fromLatin1(einstellungen.key.toHex()));
     felderSchalten();
 }
 
 void VerbindungsSteuerung::felderSchalten()
 {
-    const bool veranstaltung = m_ui.cmbVerbindung->currentIndex() == 1;
-    m_ui.leServer->setEnabled(veranstaltung);
-    m_ui.leKennung->setEnabled(veranstaltung);
-    m_ui.leZugangsschluessel->setEnabled(veranstaltung);
+    const bool veranstaltung = m_ui->cmbVerbindung->currentIndex() == 1;
+    m_ui->leServer->setEnabled(veranstaltung);
+    m_ui->leKennung->setEnabled(veranstaltung);
+    m_ui->leZugangsschluessel->setEnabled(veranstaltung);
 }
 
 void VerbindungsSteuerung::fehler(const QString &text)
 {
-    QMessageBox::warning(m_fenster, titel, text);
+    QMessageBox::warning(m_gruppe, titel, text);
 }
 
 void VerbindungsSteuerung::verbindungUebernehmen()
 {
     LinkSettings neu;
-    if (m_ui.cmbVerbindung->currentIndex() == 1) {
+    if (m_ui->cmbVerbindung->currentIndex() == 1) {
         neu.mode = LinkSettings::Mode::Venue;
-        neu.broker = m_ui.leServer->text().trimmed();
-        neu.identity = m_ui.leKennung->text().trimmed();
-        const auto schluessel = LinkSettings::keyFromText(m_ui.leZugangsschluessel->text());
+        neu.broker = m_ui->leServer->text().trimmed();
+        neu.identity = m_ui->leKennung->text().trimmed();
+        const auto schluessel = LinkSettings::keyFromText(m_ui->leZugangsschluessel->text());
         neu.key = schluessel.value_or(QByteArray());
         if (!neu.brokerAddress()) {
             fehler(QStringLiteral("Server \"%1\" ist keine gueltige Adresse.\n"

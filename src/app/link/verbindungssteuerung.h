@@ -1,27 +1,40 @@
 #pragma once
 
+#include <QGroupBox>
+#include <QLabel>
 #include <QObject>
 
+#include <memory>
+
 class Client;
-class QLabel;
-class QMainWindow;
+class Einstellungen;
 struct LinkSettings;
+
 namespace Ui {
-class MainWindow;
+class NetzwerkGruppe;
 }
 
-// Which link the table uses: the fields of the settings page's network
-// section, kept in the link library's own file, and the label in the status
-// line that says which link is in use and whether the venue's server is
-// reached.
+// The settings page's network section: the tournament key, and which link
+// the table uses, kept in the link library's own file, with the label for the
+// status line that says which link is in use and whether the venue's server
+// is reached.
 class VerbindungsSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    VerbindungsSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Client &client);
+    VerbindungsSteuerung(QObject *parent, Client &client, Einstellungen &einstellungen);
+    ~VerbindungsSteuerung() override;
+
+    // The group box for the settings tab and the status line's label; whoever
+    // lays them out takes them over.
+    QGroupBox *gruppe() const { return m_gruppe; }
+    QLabel *anzeige() const { return m_anzeige; }
 
     void verbindungUebernehmen();
+
+signals:
+    void statusMeldung(const QString &text, int dauer);
 
 private:
     void felderZeigen(const LinkSettings &einstellungen);
@@ -29,8 +42,8 @@ private:
     void stand(bool offen, const QString &grund);
     void fehler(const QString &text);
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
+    QGroupBox *m_gruppe;
+    std::unique_ptr<Ui::NetzwerkGruppe> m_ui;
     Client &m_client;
     QLabel *m_anzeige;
 };

@@ -1,19 +1,13 @@
 #include "app/link/zweitlistesteuerung.h"
 
-#include "app/link/netzsteuerung.h"
 #include "app/widgets/eingabedock.h"
-#include "app/widgets/werkzeugleiste.h"
 #include "core/files/spielerdatei.h"
 #include "core/link/nachricht.h"
 #include "core/link/paarung.h"
 #include "core/service/listendienst.h"
-#include "ui_mainwindow.h"
 
-#include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QMessageBox>
-#include <QStatusBar>
 
 namespace {
 
@@ -54,21 +48,14 @@ const Vergleich Vergleiche[] = {
 
 } // namespace
 
-ZweitlisteSteuerung::ZweitlisteSteuerung(QMainWindow *fenster, Ui::MainWindow &ui,
-                                         Werkzeugleiste &leiste, ListenDienst &dienst,
-                                         NetzSteuerung &netz)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_leiste(leiste), m_dienst(dienst),
-      m_netz(netz)
+ZweitlisteSteuerung::ZweitlisteSteuerung(QWidget *eltern, ListenDienst &dienst, Paarung &paarung)
+    : QObject(eltern), m_eltern(eltern), m_dienst(dienst), m_paarung(paarung)
 {
     m_pruefTimer.setParent(this);
     m_pruefTimer.setObjectName(QStringLiteral("checkTimer"));
     m_pruefTimer.setInterval(5000);
     connect(&m_pruefTimer, &QTimer::timeout, this,
             &ZweitlisteSteuerung::CheckRecordGegenRecordVonErsterListe);
-    connect(&m_netz, &NetzSteuerung::zweitlisteSpieler, this,
-            &ZweitlisteSteuerung::starteZweitListe);
-    connect(&m_netz, &NetzSteuerung::ersteListeZeile, this, &ZweitlisteSteuerung::zeileEmpfangen);
-    connect(&m_netz, &NetzSteuerung::ersteListeKopie, this, &ZweitlisteSteuerung::kopieEmpfangen);
 }
 
 ZweitlisteSteuerung::~ZweitlisteSteuerung()
@@ -78,19 +65,19 @@ ZweitlisteSteuerung::~ZweitlisteSteuerung()
 
 void ZweitlisteSteuerung::startZweitProtokoll()
 {
-    const Paarung &paarung = m_netz.paarung();
-    if (paarung.gepaarterTisch() > 0 || paarung.hatZweitliste()) {
-        QMessageBox::information(m_fenster, QStringLiteral("INFO"),
+    if (m_paarung.gepaarterTisch() > 0 || m_paarung.hatZweitliste()) {
+        QMessageBox::information(m_eltern, QStringLiteral("INFO"),
                                  QStringLiteral("Zweitliste ist schon gesetzt!"));
         return;
     }
     if (!m_dock) {
-        m_dock = new EingabeDock(m_fenster, QStringLiteral("DockZweitliste"),
+        m_dock = new EingabeDock(QStringLiteral("DockZweitliste"),
                                  QStringLiteral("Tischnummer eingeben..."), 0, 1, 1000);
         m_dock->findChild<QLineEdit *>()->clear();
         connect(m_dock, &EingabeDock::ok, this, &ZweitlisteSteuerung::onZweitListenTischNrOk);
         connect(m_dock, &EingabeDock::abbruch, this,
                 &ZweitlisteSteuerung::onZweitListenTischNrAbbruch);
+        emit dockZeigen(m_dock);
     }
     m_dock->show();
     m_dock->findChild<QLineEdit *>()->setFocus();
@@ -102,12 +89,12 @@ void ZweitlisteSteuerung::onZweitListenTischNrOk()
         return;
     const int tischNr = m_dock->text().toInt();
     if (tischNr == 0) {
-        QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"),
+        QMessageBox::warning(m_eltern, QStringLiteral("WARNUNG"),
                              QStringLiteral("Es wurde keine Tischnummer eingegeben!"));
         return;
     }
-    m_netz.senden(Nachricht::ZweitlisteAnfrage, m_netz.eigeneAdresse(), {QString::number(tischNr)});
-    m_netz.paarung().anfragen(tischNr);
+    emit vonHierSenden(Nachricht::ZweitlisteAnfrage, {QString::number(tischNr)});
+    m_paarung.anfragen(tischNr);
     m_dock->entfernen();
 }
 
@@ -119,8 +106,8 @@ void ZweitlisteSteuerung::onZweitListenTischNrAbbruch()
 
 void ZweitlisteSteuerung::starteZweitListe(const QString &ersteListe, const QStringList &inhalt)
 {
-    m_netz.paarung().ersteListeGefunden(ersteListe);
-    m_leiste.lblListe->setText(QStringLiteral("Zweitliste Tisch %1").arg(inhalt.value(0)));
+    m_paarung.ersteListeGefunden(ersteListe);
+    emit listeBenannt(QStringLiteral("Zweitliste Tisch %1").arg(inhalt.value(0)));
     for (const QString &spieler : inhalt.mid(2)) {
         if (spieler == QLatin1String("SpielerEnde"))
             break;
@@ -128,9 +115,8 @@ void ZweitlisteSteuerung::starteZweitListe(const QString &ersteListe, const QStr
                 SpielerDatei::ausListenEintrag(spieler))
             m_dienst.spielerHinzufuegen(*datensatz);
     }
-    m_ui.actionVerbinden->setEnabled(false);
-    m_fenster->statusBar()->showMessage(
-        QStringLiteral("Geber %1").arg(m_dienst.teilnehmerName(m_dienst.geber())));
+    emit statusMeldung(QStringLiteral("Geber %1").arg(m_dienst.teilnehmerName(m_dienst.geber())),
+                       0);
 }
 
 void ZweitlisteSteuerung::zeileEmpfangen(const QStringList &inhalt)
@@ -147,7 +133,7 @@ void ZweitlisteSteuerung::kopieEmpfangen(const QStringList &inhalt)
         return;
     const EintragErgebnis ergebnis = m_dienst.spielEintragen(*spiel);
     if (ergebnis.art == EintragErgebnis::Fehler)
-        QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"), ergebnis.fehler);
+        QMessageBox::warning(m_eltern, QStringLiteral("WARNUNG"), ergebnis.fehler);
 }
 
 void ZweitlisteSteuerung::CheckRecordGegenRecordVonErsterListe()
@@ -163,70 +149,111 @@ void ZweitlisteSteuerung::CheckRecordGegenRecordVonErsterListe()
         if ((*eigenes)[v.spalte] == empfangen)
             continue;
         QMessageBox::warning(
-            m_fenster, QStringLiteral("FEHLER"),
+            m_eltern, QStringLiteral("FEHLER"),
             QString::fromLatin1(v.text).arg((*eigenes)[v.eigenerWert]).arg(empfangen).arg(zeile));
     }
 }
 
 void ZweitlisteSteuerung::onZweitListeFreigeben(bool fragen)
 {
-    Paarung &paarung = m_netz.paarung();
+    Paarung &paarung = m_paarung;
     if (paarung.gepaarterTisch() <= 0)
         return;
     if (fragen &&
         QMessageBox::question(
-            m_fenster, QStringLiteral("FRAGE"),
+            m_eltern, QStringLiteral("FRAGE"),
             QStringLiteral("Zweitliste %1 wieder freigeben?").arg(paarung.ersteListeAdresse()),
             QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
-    m_netz.senden(Nachricht::ZweitlisteAbgemeldet, paarung.ersteListeAdresse(), {});
+    emit senden(Nachricht::ZweitlisteAbgemeldet, paarung.ersteListeAdresse(), {});
     paarung.trennen();
     if (fragen) {
-        if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
+        if (QMessageBox::question(m_eltern, QStringLiteral("FRAGE"),
                                   QStringLiteral("Soll Protokoll geleert werden?"),
                                   QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes) {
             clearProtokoll(true);
         } else {
-            m_ui.spbTischNr->setValue(paarung.gepaarterTisch());
-            m_leiste.lblListe->setText(
-                QStringLiteral("Kopie von Tisch %1").arg(paarung.gepaarterTisch()));
+            ListenKopf kopf = m_dienst.kopf();
+            kopf.tischNr = paarung.gepaarterTisch();
+            m_dienst.kopfAendern(kopf);
+            emit listeBenannt(QStringLiteral("Kopie von Tisch %1").arg(paarung.gepaarterTisch()));
             paarung.alsKopieBehalten();
         }
     }
-    m_ui.actionVerbinden->setEnabled(true);
     m_pruefTimer.stop();
 }
 
 void ZweitlisteSteuerung::onClearProtokoll()
 {
-    Paarung &paarung = m_netz.paarung();
+    Paarung &paarung = m_paarung;
     if (paarung.gepaarterTisch() > 0) {
-        if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
+        if (QMessageBox::question(m_eltern, QStringLiteral("FRAGE"),
                                   QStringLiteral("Zweitliste Leeren?"),
                                   QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
             return;
         onZweitListeFreigeben(false);
         clearProtokoll(true);
     } else if (paarung.hatZweitliste()) {
-        if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
+        if (QMessageBox::question(m_eltern, QStringLiteral("FRAGE"),
                                   QStringLiteral("Trennung von Zweitliste?"),
                                   QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
             return;
         // Dropped here only; the second list is not told.
         paarung.trennen();
-        m_ui.actionVerbinden->setEnabled(true);
     }
 }
 
 void ZweitlisteSteuerung::clearProtokoll(bool leeren)
 {
-    m_netz.paarung().aufheben();
+    m_paarung.aufheben();
     m_pruefTimer.stop();
-    m_ui.actionVerbinden->setEnabled(true);
     if (!leeren)
         return;
     const ListenKopf &kopf = m_dienst.kopf();
     const DienstErgebnis ergebnis = m_dienst.neuesProtokoll(kopf.tischNr, kopf.serie, std::nullopt);
     if (!ergebnis.ok())
-        QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"), ergebnis.fehler);
+        QMessageBox::warning(m_eltern, QStringLiteral("WARNUNG"), ergebnis.fehler);
+}
+
+void ZweitlisteSteuerung::anfrageBeantworten(const QString &von)
+{
+    // The answer goes where the request came from, whatever its text claims.
+    const QString antwortAn = Kennung::aus(von).adresse;
+    const int tischNr = m_dienst.kopf().tischNr;
+    const QString tisch = QString::number(tischNr);
+    if (m_paarung.hatZweitliste()) {
+        emit senden(Nachricht::ZweitlisteAbgelehnt, antwortAn,
+                    {tisch, QStringLiteral("Tisch %1 hat schon Zweitliste!").arg(tischNr)});
+        m_paarung.anfrageVergessen();
+        return;
+    }
+    if (m_paarung.wartet())
+        return;
+    if (m_dienst.spiele().isEmpty() && !m_laufend) {
+        emit senden(Nachricht::ZweitlisteAbgelehnt, antwortAn,
+                    {tisch, QStringLiteral("Protokoll in Erstliste wurde noch nicht gestartet!")});
+        return;
+    }
+    m_paarung.zweitlisteAngenommen(von);
+    QStringList spieler{tisch, QString::number(m_dienst.kopf().serie)};
+    for (const Teilnehmer &t : m_dienst.teilnehmer())
+        spieler << QStringLiteral("%1|%2|%3|%4").arg(t.mgldNr).arg(t.name, t.mitglied, t.preisskat);
+    spieler << QStringLiteral("SpielerEnde");
+    emit senden(Nachricht::ZweitlisteSpieler, antwortAn, spieler);
+    emit zeilenKopieren(antwortAn);
+}
+
+void ZweitlisteSteuerung::abgelehnt()
+{
+    m_paarung.aufheben();
+}
+
+void ZweitlisteSteuerung::abgemeldet()
+{
+    m_paarung.trennen();
+}
+
+void ZweitlisteSteuerung::laufzustandSetzen(bool laufend)
+{
+    m_laufend = laufend;
 }

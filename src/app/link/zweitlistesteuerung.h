@@ -4,7 +4,7 @@
 // another device, paired with the first list over the link. It copies the
 // players and the games already entered, and every later game of the first
 // list is compared with the one entered here; each difference is shown, none
-// is corrected.
+// is corrected. This part alone changes the pairing, on both sides of it.
 
 #include <QObject>
 #include <QPointer>
@@ -13,21 +13,17 @@
 
 class EingabeDock;
 class ListenDienst;
-class NetzSteuerung;
-class QMainWindow;
-class Werkzeugleiste;
-
-namespace Ui {
-class MainWindow;
-}
+class Paarung;
+class QDockWidget;
+class QWidget;
 
 class ZweitlisteSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    ZweitlisteSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Werkzeugleiste &leiste,
-                        ListenDienst &dienst, NetzSteuerung &netz);
+    // Boxes open over the widget given, which also owns this part.
+    ZweitlisteSteuerung(QWidget *eltern, ListenDienst &dienst, Paarung &paarung);
     ~ZweitlisteSteuerung() override;
 
     void startZweitProtokoll();
@@ -44,13 +40,28 @@ public:
     // A row of the first list to compare (type 13) or to copy (type 14).
     void zeileEmpfangen(const QStringList &inhalt);
     void kopieEmpfangen(const QStringList &inhalt);
+    // First list: a table asks to keep this list again (its participant id).
+    void anfrageBeantworten(const QString &von);
+    // The first list refused, or the second list left.
+    void abgelehnt();
+    void abgemeldet();
+    void laufzustandSetzen(bool laufend);
+
+signals:
+    void senden(int typ, const QString &adresse, const QStringList &inhalt);
+    // Sent as coming from this table's own address.
+    void vonHierSenden(int typ, const QStringList &inhalt);
+    // The games so far go to the second list accepted at that address.
+    void zeilenKopieren(const QString &adresse);
+    void listeBenannt(const QString &text);
+    void statusMeldung(const QString &text, int dauer);
+    void dockZeigen(QDockWidget *dock);
 
 private:
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
-    Werkzeugleiste &m_leiste;
+    QWidget *m_eltern;
     ListenDienst &m_dienst;
-    NetzSteuerung &m_netz;
+    Paarung &m_paarung;
+    bool m_laufend = false;
     QPointer<EingabeDock> m_dock;
     QStringList m_ersteListeZeile;
     QTimer m_pruefTimer;

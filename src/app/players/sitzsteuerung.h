@@ -1,26 +1,32 @@
 #pragma once
 
 // The participants of the list on the settings tab: their table with the name
-// and flag editors, moving a player one seat up or down, and the choice
-// between a list of three and one of four players.
+// and flag editors, moving a player one seat up or down, the choice between a
+// list of three and one of four players, and the button that starts the series.
 
+#include <QGroupBox>
 #include <QObject>
+
+#include <memory>
+
+namespace Ui {
+class TeilnehmerGruppe;
+}
 
 class ListenDienst;
 class MySortFilterProxyModel;
-class QMainWindow;
 struct ListenAenderung;
-
-namespace Ui {
-class MainWindow;
-}
 
 class SitzSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    SitzSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst);
+    SitzSteuerung(QObject *parent, ListenDienst &dienst);
+    ~SitzSteuerung() override;
+
+    // The group box for the settings tab; whoever lays it out takes it over.
+    QGroupBox *gruppe() const { return m_gruppe; }
 
     void onUp();
     void onDown();
@@ -31,6 +37,8 @@ public:
 signals:
     // The seats changed; the first seat deals now.
     void sitzeGetauscht();
+    // The scorer asks to start the series.
+    void serieStartenGewuenscht();
 
 private:
     void listeGeaendert(const ListenAenderung &aenderung);
@@ -38,8 +46,8 @@ private:
     void sitzeTauschen(int sitz, int nachbar);
     void listenTypSetzen(int spieler);
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
+    QGroupBox *m_gruppe;
+    std::unique_ptr<Ui::TeilnehmerGruppe> m_ui;
     ListenDienst &m_dienst;
     MySortFilterProxyModel *m_proxy;
 };

@@ -4,11 +4,9 @@
 #include "app/ranking/ranglistendelegate.h"
 #include "app/sheets/treeview.h"
 #include "core/service/listendienst.h"
-#include "ui_mainwindow.h"
 
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSaveFile>
@@ -25,14 +23,13 @@ const QStringList Kopf{QStringLiteral("Name"),     QStringLiteral("Tischnr"),
 
 } // namespace
 
-RanglistenSteuerung::RanglistenSteuerung(QMainWindow *fenster, Ui::MainWindow &ui,
-                                         ListenDienst &dienst)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst),
+RanglistenSteuerung::RanglistenSteuerung(QObject *parent, QWidget *seite, ListenDienst &dienst)
+    : QObject(parent), m_seite(seite), m_dienst(dienst),
       m_modell(new QStandardItemModel(0, 8, this)), m_proxy(new QSortFilterProxyModel(this))
 {
     m_modell->setHorizontalHeaderLabels(Kopf);
     m_proxy->setSourceModel(m_modell);
-    m_ansicht = new TreeView(m_ui.tabSpielstaende);
+    m_ansicht = new TreeView(seite);
     m_ansicht->setObjectName(QStringLiteral("tvRangliste"));
     m_ansicht->setModel(m_proxy);
     m_ansicht->setItemDelegate(new RanglistenDelegate(m_ansicht));
@@ -42,7 +39,7 @@ RanglistenSteuerung::RanglistenSteuerung(QMainWindow *fenster, Ui::MainWindow &u
     m_ansicht->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto *knoepfe = new QHBoxLayout;
     const auto knopf = [&](const QString &name, const QString &text, auto slot) {
-        auto *k = new QPushButton(text, m_ui.tabSpielstaende);
+        auto *k = new QPushButton(text, seite);
         k->setObjectName(name);
         connect(k, &QPushButton::clicked, this, slot);
         knoepfe->addWidget(k);
@@ -53,8 +50,9 @@ RanglistenSteuerung::RanglistenSteuerung(QMainWindow *fenster, Ui::MainWindow &u
           &RanglistenSteuerung::onSaveRangliste);
     knopf(QStringLiteral("pbLeinwand"), QStringLiteral("Vollbild"),
           &RanglistenSteuerung::leinwandZeigen);
-    m_ui.vlSpielstaende->addWidget(m_ansicht);
-    m_ui.vlSpielstaende->addLayout(knoepfe);
+    auto *seitenLayout = new QVBoxLayout(seite);
+    seitenLayout->addWidget(m_ansicht);
+    seitenLayout->addLayout(knoepfe);
 }
 
 RanglistenSteuerung::~RanglistenSteuerung()
@@ -148,7 +146,8 @@ void RanglistenSteuerung::onSaveRangliste()
     const QVector<RanglistenZeile> &alle = m_stand.zeilen();
     for (int zeile = 0; zeile < m_proxy->rowCount(); ++zeile)
         gezeigt << alle.at(m_proxy->mapToSource(m_proxy->index(zeile, 0)).row());
-    const QDate datum = m_ui.deDatum->date();
+    const QDate datum =
+        m_dienst.kopf().datum.isValid() ? m_dienst.kopf().datum : QDate::currentDate();
     speichern(QStringLiteral("Als Textdatei speichern?"), Rangliste::textDateiName(datum),
               Rangliste::textDatei(gezeigt));
     speichern(QStringLiteral("Als Excel-Import-Datei speichern?"),
@@ -158,7 +157,7 @@ void RanglistenSteuerung::onSaveRangliste()
 void RanglistenSteuerung::speichern(const QString &frage, const QString &name,
                                     const QString &inhalt)
 {
-    if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"), frage,
+    if (QMessageBox::question(m_seite, QStringLiteral("FRAGE"), frage,
                               QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
     const QString pfad = QStringLiteral("%1/%2").arg(m_dienst.datenVerzeichnis(), name);
@@ -166,12 +165,12 @@ void RanglistenSteuerung::speichern(const QString &frage, const QString &name,
     const QByteArray bytes = inhalt.toLocal8Bit();
     if (!datei.open(QIODevice::WriteOnly | QIODevice::Text) || datei.write(bytes) != bytes.size() ||
         !datei.commit()) {
-        QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"),
+        QMessageBox::warning(m_seite, QStringLiteral("WARNUNG"),
                              QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden:\n%2")
                                  .arg(pfad, datei.errorString()));
         return;
     }
-    QMessageBox::information(m_fenster, QStringLiteral("INFO"),
+    QMessageBox::information(m_seite, QStringLiteral("INFO"),
                              QStringLiteral("Datei %1 abgespeichert!").arg(pfad));
 }
 
@@ -181,9 +180,8 @@ void RanglistenSteuerung::leinwandZeigen()
         m_leinwand = new LeinwandAnsicht(m_modell);
     const QList<QScreen *> schirme = QGuiApplication::screens();
     // The other screen when the laptop drives a projector too.
-    QScreen *schirm = schirme.size() > 1 && schirme.last() != m_fenster->screen()
-                          ? schirme.last()
-                          : m_fenster->screen();
+    QScreen *schirm = schirme.size() > 1 && schirme.last() != m_seite->screen() ? schirme.last()
+                                                                                : m_seite->screen();
     m_leinwand->setGeometry(schirm->geometry());
     m_leinwand->showFullScreen();
     m_leinwand->raise();

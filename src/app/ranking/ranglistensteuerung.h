@@ -11,22 +11,18 @@
 
 class LeinwandAnsicht;
 class ListenDienst;
-class QMainWindow;
 class QSortFilterProxyModel;
 class QStandardItem;
 class QStandardItemModel;
 class TreeView;
-
-namespace Ui {
-class MainWindow;
-}
 
 class RanglistenSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    RanglistenSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst);
+    // Builds the ranking on the page given.
+    RanglistenSteuerung(QObject *parent, QWidget *seite, ListenDienst &dienst);
     ~RanglistenSteuerung() override;
 
     QStandardItemModel *modell() const { return m_modell; }
@@ -52,8 +48,7 @@ private:
     static void reiheFuellen(const QList<QStandardItem *> &reihe, const RanglistenZeile &zeile);
     void speichern(const QString &frage, const QString &name, const QString &inhalt);
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
+    QWidget *m_seite;
     ListenDienst &m_dienst;
     RanglistenStand m_stand;
     QStandardItemModel *m_modell;

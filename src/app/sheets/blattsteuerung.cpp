@@ -1,12 +1,14 @@
 #include "app/sheets/blattsteuerung.h"
 
+#include "ui_blattseite.h"
+#include "ui_kostengruppe.h"
+
 #include "app/sheets/listview.h"
 #include "app/sheets/pdfexport.h"
 #include "app/sheets/spielblatt.h"
 #include "app/widgets/geldvalidator.h"
 #include "core/service/listendienst.h"
 #include "core/standings/spielmodus.h"
-#include "ui_mainwindow.h"
 
 #include <QDir>
 #include <QEvent>
@@ -15,7 +17,6 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
-#include <QStatusBar>
 
 namespace {
 
@@ -62,12 +63,12 @@ Regel regelFuer(Kosten wert)
 struct KostenFeld
 {
     Kosten wert;
-    QLineEdit *Ui::MainWindow::*feld;
+    QLineEdit *Ui::KostenGruppe::*feld;
     double KostenWerte::*geld;
     int KostenWerte::*punkte;
 };
 
-using U = Ui::MainWindow;
+using U = Ui::KostenGruppe;
 using K = KostenWerte;
 const std::array<KostenFeld, 11> alleKosten{{
     {Kosten::Platz1, &U::lePlKosten1, &K::platz1, nullptr},
@@ -93,14 +94,16 @@ const KostenFeld &eintrag(Kosten wert)
 
 } // namespace
 
-BlattSteuerung::BlattSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
+BlattSteuerung::BlattSteuerung(QObject *parent, QWidget *seite, ListenDienst &dienst,
                                Einstellungen &einstellungen)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst),
-      m_einstellungen(einstellungen)
+    : QObject(parent), m_seite(seite), m_ui(new Ui::BlattSeite), m_kostenGruppe(new QGroupBox),
+      m_kostenUi(new Ui::KostenGruppe), m_dienst(dienst), m_einstellungen(einstellungen)
 {
+    m_ui->setupUi(seite);
+    m_kostenUi->setupUi(m_kostenGruppe);
     kostenFelderEinrichten();
-    connect(m_ui.pbVergroessern, &QPushButton::clicked, this, &BlattSteuerung::onZoomIn);
-    connect(m_ui.pbVerkleinern, &QPushButton::clicked, this, &BlattSteuerung::onZoomOut);
+    connect(m_ui->pbVergroessern, &QPushButton::clicked, this, &BlattSteuerung::onZoomIn);
+    connect(m_ui->pbVerkleinern, &QPushButton::clicked, this, &BlattSteuerung::onZoomOut);
     connect(&m_dienst, &ListenDienst::geaendert, this, &BlattSteuerung::listeGeaendert);
     connect(&m_einstellungen, &Einstellungen::kostenGeaendert, this,
             &BlattSteuerung::kostenGeaendert);
@@ -112,9 +115,14 @@ BlattSteuerung::BlattSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenD
 
 BlattSteuerung::~BlattSteuerung() = default;
 
+void BlattSteuerung::rundenwahlEinsetzen(QWidget *wahl)
+{
+    m_ui->hlZoom->insertWidget(0, wahl);
+}
+
 QLineEdit *BlattSteuerung::kostenFeld(Kosten wert) const
 {
-    return m_ui.*eintrag(wert).feld;
+    return (*m_kostenUi).*eintrag(wert).feld;
 }
 
 void BlattSteuerung::kostenFelderEinrichten()
@@ -179,9 +187,9 @@ void BlattSteuerung::kostenZuruecksetzen(Kosten wert)
 void BlattSteuerung::kostenHinweis(Kosten wert, const QString &zusatz)
 {
     QLineEdit *feld = kostenFeld(wert);
-    QWidget *beschriftung = m_ui.flKosten->labelForField(feld);
+    QWidget *beschriftung = m_kostenUi->flKosten->labelForField(feld);
     if (!beschriftung)
-        beschriftung = m_ui.flPunkteKosten->labelForField(feld);
+        beschriftung = m_kostenUi->flPunkteKosten->labelForField(feld);
     const QString name = regelFuer(wert) == RegelPlatz
                              ? QStringLiteral("Platz %1").arg(static_cast<int>(wert) + 1)
                              : qobject_cast<QLabel *>(beschriftung)->text();
@@ -193,8 +201,7 @@ void BlattSteuerung::kostenHinweis(Kosten wert, const QString &zusatz)
                            deutsch.toString(geld->top(), 'f', geld->decimals()));
     else if (const auto *punkte = qobject_cast<const QIntValidator *>(feld->validator()))
         bereich = QStringLiteral("%1 bis %2").arg(punkte->bottom()).arg(punkte->top());
-    m_fenster->statusBar()->showMessage(
-        QStringLiteral("%1: nur %2 moeglich%3").arg(name, bereich, zusatz), 10000);
+    emit statusMeldung(QStringLiteral("%1: nur %2 moeglich%3").arg(name, bereich, zusatz), 10000);
 }
 
 bool BlattSteuerung::eventFilter(QObject *objekt, QEvent *ereignis)
@@ -250,9 +257,9 @@ void BlattSteuerung::kostenVomManager(const QStringList &werte)
         werte.at(1).toInt() != kopf.serie)
         return;
     const QStringList felder = werte.at(2).split(QLatin1Char('|'));
-    // Each field's edit stores its value, as if typed; the twelfth is the club
-    // name. Money comes with a point or a comma and any number of zeros
-    // ("0,50"); the field takes its one decimal.
+    // Each value is checked as its field would check it and stored; the twelfth
+    // is the club name. Money comes with a point or a comma and any number of
+    // zeros ("0,50"); the field takes its one decimal.
     for (int i = 0; i < static_cast<int>(alleKosten.size()) && i < felder.size(); ++i) {
         const KostenFeld &e = alleKosten.at(static_cast<size_t>(i));
         QString text = felder.at(i).trimmed();
@@ -261,7 +268,12 @@ void BlattSteuerung::kostenVomManager(const QStringList &werte)
             QString(text).replace(QLatin1Char(','), QLatin1Char('.')).toDouble(&zahl);
         if (e.geld && zahl)
             text = Kostenrechnung::geldText(betrag);
-        kostenFeld(e.wert)->setText(text);
+        if (!kostenGueltig(e.wert, text)) {
+            kostenZuruecksetzen(e.wert);
+            continue;
+        }
+        m_einstellungen.kostenSetzen(e.wert, text);
+        kostenWertZeigen(e.wert);
     }
     if (felder.size() > 11)
         m_einstellungen.vereinsnameSetzen(felder.at(11));
@@ -275,7 +287,7 @@ void BlattSteuerung::listeGeaendert(const ListenAenderung &aenderung)
         fuellen();
         // The scorer checks the game just entered.
         if (Spielblatt *blatt = aktuellesBlatt())
-            m_ui.gvSpieleListe->zeileZeigen(blatt->zeilenUnten());
+            m_ui->gvSpieleListe->zeileZeigen(blatt->zeilenUnten());
         break;
     case ListenAenderung::SpielGeaendert:
     case ListenAenderung::SpielEntfernt:
@@ -313,9 +325,9 @@ void BlattSteuerung::neuZeichnen()
     blatt->leerZeichnen(
         {kopf.datum, kopf.serie, kopf.tischNr}, spieler,
         Kostenrechnung::beschreibungen(m_einstellungen.kosten(), spielerZahl, true));
-    m_ui.gvSpieleListe->setScene(blatt->scene());
+    m_ui->gvSpieleListe->setScene(blatt->scene());
     fuellen();
-    m_ui.gvSpieleListe->obenLinksZeigen();
+    m_ui->gvSpieleListe->obenLinksZeigen();
 }
 
 void BlattSteuerung::kopfZeichnen()
@@ -379,7 +391,7 @@ void BlattSteuerung::onZoomIn()
         m_zoomFaktor = 5.0;
         return;
     }
-    m_ui.gvSpieleListe->zoomen(m_zoomFaktor);
+    m_ui->gvSpieleListe->zoomen(m_zoomFaktor);
 }
 
 void BlattSteuerung::onZoomOut()
@@ -389,7 +401,7 @@ void BlattSteuerung::onZoomOut()
         m_zoomFaktor = 0.5;
         return;
     }
-    m_ui.gvSpieleListe->zoomen(m_zoomFaktor);
+    m_ui->gvSpieleListe->zoomen(m_zoomFaktor);
 }
 
 QString BlattSteuerung::pdfPfad() const
@@ -409,10 +421,10 @@ QString BlattSteuerung::pdfSpeichern(bool frageDateiname)
     const QString name = pdfDateiName(kopf.datum, kopf.serie, kopf.tischNr);
     const QString pdfPfad = QStringLiteral("%1/%2").arg(verzeichnis, name);
     if (frageDateiname)
-        QMessageBox::information(m_fenster, QStringLiteral("INFO"),
+        QMessageBox::information(m_seite, QStringLiteral("INFO"),
                                  QStringLiteral("Datei\n%1").arg(pdfPfad), QMessageBox::Ok);
-    if (const QString grund = pdfSchreiben(m_ui.gvSpieleListe, pdfPfad); !grund.isEmpty())
-        QMessageBox::warning(m_fenster, QStringLiteral("WARNUNG"),
+    if (const QString grund = pdfSchreiben(m_ui->gvSpieleListe, pdfPfad); !grund.isEmpty())
+        QMessageBox::warning(m_seite, QStringLiteral("WARNUNG"),
                              QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden:\n%2")
                                  .arg(pdfPfad, grund));
     return QStringLiteral("%1/%2").arg(

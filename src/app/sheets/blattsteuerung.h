@@ -7,28 +7,35 @@
 
 #include "core/service/einstellungen.h"
 
+#include <QGroupBox>
 #include <QObject>
 
 #include <memory>
 
+namespace Ui {
+class BlattSeite;
+class KostenGruppe;
+} // namespace Ui
+
 class ListenDienst;
 class QLineEdit;
-class QMainWindow;
 class Spielblatt;
 struct ListenAenderung;
-
-namespace Ui {
-class MainWindow;
-}
 
 class BlattSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    BlattSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
+    // Builds the sheet on the page given and the account's group box.
+    BlattSteuerung(QObject *parent, QWidget *seite, ListenDienst &dienst,
                    Einstellungen &einstellungen);
     ~BlattSteuerung() override;
+
+    // The group box for the settings tab; whoever lays it out takes it over.
+    QGroupBox *kostenGruppe() const { return m_kostenGruppe; }
+    // Shows the Bierlachs round selector left of the zoom buttons.
+    void rundenwahlEinsetzen(QWidget *wahl);
 
     void onZoomIn();
     void onZoomOut();
@@ -51,6 +58,7 @@ public:
 signals:
     // Each player's result after every change of the account, in tournament mode.
     void ergebnisse(const QStringList &texte);
+    void statusMeldung(const QString &text, int dauer);
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *ereignis) override;
@@ -72,8 +80,10 @@ private:
     void kopfZeichnen();
     void fuellen();
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
+    QWidget *m_seite;
+    std::unique_ptr<Ui::BlattSeite> m_ui;
+    QGroupBox *m_kostenGruppe;
+    std::unique_ptr<Ui::KostenGruppe> m_kostenUi;
     ListenDienst &m_dienst;
     Einstellungen &m_einstellungen;
     std::unique_ptr<Spielblatt> m_blatt3;

@@ -6,25 +6,21 @@
 #include "core/service/listendienst.h"
 #include "core/standings/spielmodus.h"
 #include "core/standings/zeitlimit.h"
-#include "ui_mainwindow.h"
 
-#include <QActionGroup>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 
-ModusSteuerung::ModusSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Werkzeugleiste &leiste,
-                               ListenDienst &dienst, Einstellungen &einstellungen)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_lblModus(leiste.lblModus),
-      m_leMeldungRot(leiste.leMeldungRot), m_dienst(dienst), m_einstellungen(einstellungen),
-      m_gruppe(new QActionGroup(this)), m_blPunkte(dienst.kopf().blPunkte)
+ModusSteuerung::ModusSteuerung(QObject *parent, ListenDienst &dienst, Einstellungen &einstellungen)
+    : QObject(parent), m_lblModus(new QLabel(QStringLiteral("Turniermodus"))),
+      m_leMeldungRot(new QLineEdit), m_dienst(dienst), m_einstellungen(einstellungen),
+      m_blPunkte(dienst.kopf().blPunkte)
 {
-    connect(m_ui.actionTurnier, &QAction::triggered, this, &ModusSteuerung::onSetModusTurnier);
-    connect(m_ui.actionErgebnis, &QAction::triggered, this, &ModusSteuerung::onSetModusErgebnis);
-    connect(m_ui.actionBierlachs, &QAction::triggered, this, &ModusSteuerung::onSetModusBierlachs);
-    m_gruppe->setExclusive(true);
-    for (QAction *aktion : {m_ui.actionTurnier, m_ui.actionErgebnis, m_ui.actionBierlachs})
-        m_gruppe->addAction(aktion);
-    m_ui.actionTurnier->setChecked(true);
+    m_lblModus->setObjectName(QStringLiteral("lblModus"));
+    m_lblModus->setAlignment(Qt::AlignCenter);
+    m_leMeldungRot->setObjectName(QStringLiteral("leMeldungRot"));
+    m_leMeldungRot->setReadOnly(true);
+    textFarbeSetzen(m_leMeldungRot, Qt::red);
 
     m_restZeitTimer.setParent(this);
     m_restZeitTimer.setObjectName(QStringLiteral("restZeitTimer"));
@@ -62,11 +58,12 @@ void ModusSteuerung::onSetModusTurnier()
     modusSetzen(Spielmodus::Turnier);
     if (!m_dockZeitLimit) {
         m_dockZeitLimit =
-            new EingabeDock(m_fenster, QStringLiteral("DockZeitLimit"),
+            new EingabeDock(QStringLiteral("DockZeitLimit"),
                             QStringLiteral("Zeitlimit pro Serie in Minuten eingeben..."),
                             m_zeitLimitMinuten, 0, 1000);
         connect(m_dockZeitLimit, &EingabeDock::ok, this, &ModusSteuerung::onZeitLimitOk);
         connect(m_dockZeitLimit, &EingabeDock::abbruch, this, &ModusSteuerung::onZeitLimitAbbruch);
+        emit dockZeigen(m_dockZeitLimit);
     }
     m_dockZeitLimit->show();
 }
@@ -80,13 +77,14 @@ void ModusSteuerung::onSetModusBierlachs()
 {
     modusSetzen(Spielmodus::Bierlachs);
     if (!m_dockBierlachs) {
-        m_dockBierlachs = new EingabeDock(m_fenster, QStringLiteral("DockBierlachs"),
+        m_dockBierlachs = new EingabeDock(QStringLiteral("DockBierlachs"),
                                           QStringLiteral("Bierlachs Maximal Punkte eingeben..."),
                                           m_dienst.kopf().blPunkte, 100, 1000);
         connect(m_dockBierlachs, &EingabeDock::ok, this,
                 &ModusSteuerung::onBierlachsModusMaxPunkteOk);
         connect(m_dockBierlachs, &EingabeDock::abbruch, this,
                 &ModusSteuerung::onBierlachsModusMaxPunkteAbbruch);
+        emit dockZeigen(m_dockBierlachs);
     }
     m_dockBierlachs->show();
 }
@@ -137,9 +135,7 @@ void ModusSteuerung::wiederherstellen()
 {
     const ListenKopf &kopf = m_dienst.kopf();
     modusZeigen(Spielmodus::wiederherstellungsText(kopf.modus, kopf.blPunkte));
-    const QList<QAction *> aktionen = m_gruppe->actions();
-    if (kopf.modus >= 0 && kopf.modus < aktionen.size())
-        aktionen.at(kopf.modus)->setChecked(true);
+    emit modusGewaehlt(kopf.modus);
 
     const QTime gespeichert = Zeitlimit::ausText(m_einstellungen.spielstopzeit());
     if (!gespeichert.isValid() || !Zeitlimit::fortsetzen(QTime::currentTime(), gespeichert))
@@ -153,7 +149,7 @@ void ModusSteuerung::protokollGeladen()
 {
     const int modus = m_dienst.kopf().modus;
     modusZeigen(Spielmodus::menuText(modus, m_dienst.kopf().blPunkte));
-    m_gruppe->actions().at(modus)->setChecked(true);
+    emit modusGewaehlt(modus);
 }
 
 void ModusSteuerung::restZeitZeigen(const QString &text, bool rot)
@@ -182,7 +178,7 @@ void ModusSteuerung::onZeigeRestZeitLimit()
     restZeitZeigen(anzeige.text, anzeige.rot);
     if (anzeige.zustand == ZeitAnzeige::Abgelaufen) {
         m_restZeitTimer.stop();
-        QMessageBox::information(m_fenster, QStringLiteral("INFO"),
+        QMessageBox::information(m_lblModus, QStringLiteral("INFO"),
                                  QStringLiteral("Spielzeit abgelaufen!"), QMessageBox::Ok);
     }
 }

@@ -5,6 +5,8 @@
 // time limit and the Bierlachs points, and the countdown of a tournament
 // series' time limit, which survives a restart within the limit.
 
+#include <QLabel>
+#include <QLineEdit>
 #include <QObject>
 #include <QPointer>
 #include <QTime>
@@ -13,24 +15,19 @@
 class EingabeDock;
 class Einstellungen;
 class ListenDienst;
-class QActionGroup;
-class QLabel;
-class QLineEdit;
-class QMainWindow;
-class Werkzeugleiste;
+class QDockWidget;
 struct ListenAenderung;
-
-namespace Ui {
-class MainWindow;
-}
 
 class ModusSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    ModusSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, Werkzeugleiste &leiste,
-                   ListenDienst &dienst, Einstellungen &einstellungen);
+    ModusSteuerung(QObject *parent, ListenDienst &dienst, Einstellungen &einstellungen);
+
+    // The mode label and the countdown field, for the tool bar.
+    QLabel *modusLabel() const { return m_lblModus; }
+    QLineEdit *meldungsFeld() const { return m_leMeldungRot; }
 
     void onSetModusTurnier();
     void onSetModusErgebnis();
@@ -48,6 +45,12 @@ public:
     // A protocol file replaced the list.
     void protokollGeladen();
 
+signals:
+    // The list's mode (a Spielmodus value), for the menu to show it chosen.
+    void modusGewaehlt(int modus);
+    // A dock to place at the top of the window.
+    void dockZeigen(QDockWidget *dock);
+
 private:
     void listeGeaendert(const ListenAenderung &aenderung);
     void modusSetzen(int modus);
@@ -55,13 +58,10 @@ private:
     void restZeitZeigen(const QString &text, bool rot);
     void zeitLimitStarten();
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
     QLabel *m_lblModus;
     QLineEdit *m_leMeldungRot;
     ListenDienst &m_dienst;
     Einstellungen &m_einstellungen;
-    QActionGroup *m_gruppe;
     QPointer<EingabeDock> m_dockZeitLimit;
     QPointer<EingabeDock> m_dockBierlachs;
     int m_zeitLimitMinuten = 120;

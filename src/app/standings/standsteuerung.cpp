@@ -1,20 +1,27 @@
 #include "app/standings/standsteuerung.h"
 
+#include "ui_spielstandgruppe.h"
+
 #include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
 #include "core/standings/spielmodus.h"
 #include "core/standings/spielstand.h"
-#include "ui_mainwindow.h"
 
+#include <QComboBox>
 #include <QEvent>
 #include <QMessageBox>
-#include <QStatusBar>
 
-StandSteuerung::StandSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
+StandSteuerung::StandSteuerung(QObject *parent, ListenDienst &dienst,
                                const Einstellungen &einstellungen)
-    : QObject(fenster), m_fenster(fenster), m_ui(ui), m_dienst(dienst),
-      m_einstellungen(einstellungen)
+    : QObject(parent), m_gruppe(new QGroupBox), m_ui(new Ui::SpielstandGruppe),
+      m_runden(new QComboBox), m_dienst(dienst), m_einstellungen(einstellungen)
 {
+    m_ui->setupUi(m_gruppe);
+    m_runden->setObjectName(QStringLiteral("cmbBierlachs"));
+    m_runden->setMinimumWidth(200);
+    m_runden->hide();
+    connect(m_runden, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &StandSteuerung::rundeGewaehlt);
     connect(&m_dienst, &ListenDienst::geaendert, this, &StandSteuerung::listeGeaendert);
     // A field is polished under the application's style sheet when it is first
     // shown, which puts the grey of disabled fields back; the colours are set
@@ -22,6 +29,8 @@ StandSteuerung::StandSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenD
     for (QLineEdit *feld : felder())
         feld->installEventFilter(this);
 }
+
+StandSteuerung::~StandSteuerung() = default;
 
 bool StandSteuerung::eventFilter(QObject *objekt, QEvent *ereignis)
 {
@@ -43,7 +52,7 @@ void StandSteuerung::farbenSetzen(QLineEdit *feld, bool hervorgehoben) const
 
 QList<QLineEdit *> StandSteuerung::felder() const
 {
-    return {m_ui.lePunkte1, m_ui.lePunkte2, m_ui.lePunkte3, m_ui.lePunkte4};
+    return {m_ui->lePunkte1, m_ui->lePunkte2, m_ui->lePunkte3, m_ui->lePunkte4};
 }
 
 void StandSteuerung::punkteSetzen(int sitz, const QString &text)
@@ -78,8 +87,8 @@ void StandSteuerung::laufzustandSetzen(bool laufend)
 void StandSteuerung::listeGeaendert(const ListenAenderung &aenderung)
 {
     const ListenKopf &kopf = m_dienst.kopf();
-    m_ui.cmbBierlachs->setVisible(kopf.modus == Spielmodus::Bierlachs);
-    m_ui.lePunkte4->setVisible(m_dienst.listenTyp() == 4);
+    m_runden->setVisible(kopf.modus == Spielmodus::Bierlachs);
+    m_ui->lePunkte4->setVisible(m_dienst.listenTyp() == 4);
     if (!m_laeuft)
         return;
     if (aenderung.art == ListenAenderung::Kopf && kopf.modus == m_modus &&
@@ -99,11 +108,11 @@ void StandSteuerung::aktualisieren()
             Bierlachs::runden(m_dienst.spiele(), spieler, kopf.blPunkte);
         {
             // One entry per round; the newest is shown.
-            const QSignalBlocker sperre(m_ui.cmbBierlachs);
-            m_ui.cmbBierlachs->clear();
+            const QSignalBlocker sperre(m_runden);
+            m_runden->clear();
             for (int runde = 1; runde <= runden.size(); ++runde)
-                m_ui.cmbBierlachs->addItem(QStringLiteral("Runde %1").arg(runde));
-            m_ui.cmbBierlachs->setCurrentIndex(runden.size() - 1);
+                m_runden->addItem(QStringLiteral("Runde %1").arg(runde));
+            m_runden->setCurrentIndex(runden.size() - 1);
         }
         bierlachsRundeZeigen(runden.last());
         return;
@@ -151,9 +160,8 @@ void StandSteuerung::rundenEndePruefen()
     if (!letzte.beendet || letzte.letzteZeile != m_dienst.letzteZeile())
         return;
     const int zahler = Bierlachs::bierlachs(letzte, spieler, kopf.blPunkte);
-    m_fenster->statusBar()->showMessage(
-        QStringLiteral("Bierlachs: %1").arg(m_dienst.teilnehmerName(zahler)));
-    if (QMessageBox::question(m_fenster, QStringLiteral("FRAGE"),
+    emit statusMeldung(QStringLiteral("Bierlachs: %1").arg(m_dienst.teilnehmerName(zahler)), 0);
+    if (QMessageBox::question(m_gruppe, QStringLiteral("FRAGE"),
                               QStringLiteral("Rundenende! Neue Runde?"),
                               QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;

@@ -6,26 +6,33 @@
 // with the round selector below the sheet. While a series runs the fields
 // follow every change of the list.
 
+#include <QComboBox>
+#include <QGroupBox>
 #include <QObject>
+
+#include <memory>
+
+namespace Ui {
+class SpielstandGruppe;
+}
 
 class Einstellungen;
 class ListenDienst;
 class QLineEdit;
-class QMainWindow;
 struct BierlachsRunde;
 struct ListenAenderung;
-
-namespace Ui {
-class MainWindow;
-}
 
 class StandSteuerung : public QObject
 {
     Q_OBJECT
 
 public:
-    StandSteuerung(QMainWindow *fenster, Ui::MainWindow &ui, ListenDienst &dienst,
-                   const Einstellungen &einstellungen);
+    StandSteuerung(QObject *parent, ListenDienst &dienst, const Einstellungen &einstellungen);
+    ~StandSteuerung() override;
+
+    // The score fields and the Bierlachs round selector, for whoever lays them out.
+    QGroupBox *anzeige() const { return m_gruppe; }
+    QComboBox *rundenWahl() const { return m_runden; }
 
     void punkteSetzen(int sitz, const QString &text);
     // Green behind the seat's field, white behind the others.
@@ -48,6 +55,9 @@ public:
 signals:
     // The lines of the four seats, for their fields.
     void zeilen(const QStringList &zeilen);
+    // The scorer chose a Bierlachs round.
+    void rundeGewaehlt(int index);
+    void statusMeldung(const QString &text, int dauer);
 
 protected:
     bool eventFilter(QObject *objekt, QEvent *ereignis) override;
@@ -59,8 +69,9 @@ private:
     void bierlachsRundeZeigen(const BierlachsRunde &runde);
     QList<QLineEdit *> felder() const;
 
-    QMainWindow *m_fenster;
-    Ui::MainWindow &m_ui;
+    QGroupBox *m_gruppe;
+    std::unique_ptr<Ui::SpielstandGruppe> m_ui;
+    QComboBox *m_runden;
     ListenDienst &m_dienst;
     const Einstellungen &m_einstellungen;
     bool m_laeuft = false;

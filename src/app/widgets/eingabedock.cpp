@@ -4,12 +4,9 @@
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QPushButton>
 
-EingabeDock::EingabeDock(QMainWindow *fenster, const QString &name, const QString &text, int wert,
-                         int von, int bis)
-    : QDockWidget(fenster), m_fenster(fenster)
+EingabeDock::EingabeDock(const QString &name, const QString &text, int wert, int von, int bis)
 {
     setObjectName(name);
     setFeatures(QDockWidget::NoDockWidgetFeatures);
@@ -31,7 +28,6 @@ EingabeDock::EingabeDock(QMainWindow *fenster, const QString &name, const QStrin
     connect(pbOk, &QPushButton::clicked, this, &EingabeDock::ok);
     connect(pbAbbruch, &QPushButton::clicked, this, &EingabeDock::abbruch);
     setWidget(inhalt);
-    fenster->addDockWidget(Qt::TopDockWidgetArea, this);
 }
 
 QString EingabeDock::text() const
@@ -41,6 +37,6 @@ QString EingabeDock::text() const
 
 void EingabeDock::entfernen()
 {
-    m_fenster->removeDockWidget(this);
+    hide();
     deleteLater();
 }

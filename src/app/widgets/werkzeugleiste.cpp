@@ -2,7 +2,6 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -21,43 +20,42 @@ Werkzeugleiste::Werkzeugleiste(QWidget *parent) : QToolBar(parent)
 
     auto *inhalt = new QWidget(this);
     auto *layout = new QHBoxLayout(inhalt);
+    m_layout = layout;
     layout->setContentsMargins(4, 2, 4, 2);
 
-    lblListe = new QLabel(QStringLiteral("Liste"), inhalt);
-    lblListe->setObjectName(QStringLiteral("lblListe"));
-    pbReizung = new QPushButton(QStringLiteral("Reizung"), inhalt);
-    pbReizung->setObjectName(QStringLiteral("pbReizung"));
-    leReizwert = new QLineEdit(inhalt);
-    leReizwert->setObjectName(QStringLiteral("leReizwert"));
-    leReizwert->setReadOnly(true);
-    leReizwert->setValidator(new QIntValidator(18, 264, leReizwert));
-    leReizwert->setMaximumWidth(100);
-    lblModus = new QLabel(QStringLiteral("Turniermodus"), inhalt);
-    lblModus->setObjectName(QStringLiteral("lblModus"));
-    lblModus->setAlignment(Qt::AlignCenter);
-    leMeldungRot = new QLineEdit(inhalt);
-    leMeldungRot->setObjectName(QStringLiteral("leMeldungRot"));
-    leMeldungRot->setReadOnly(true);
-    textFarbeSetzen(leMeldungRot, Qt::red);
-    leMeldungGruen = new QLineEdit(inhalt);
-    leMeldungGruen->setObjectName(QStringLiteral("leMeldungGruen"));
-    leMeldungGruen->setReadOnly(true);
-    textFarbeSetzen(leMeldungGruen, Qt::darkGreen);
+    m_lblListe = new QLabel(QStringLiteral("Liste"), inhalt);
+    m_lblListe->setObjectName(QStringLiteral("lblListe"));
+    m_leMeldungGruen = new QLineEdit(inhalt);
+    m_leMeldungGruen->setObjectName(QStringLiteral("leMeldungGruen"));
+    m_leMeldungGruen->setReadOnly(true);
+    textFarbeSetzen(m_leMeldungGruen, Qt::darkGreen);
 
-    layout->addWidget(lblListe, 10);
-    layout->addWidget(pbReizung, 10);
-    layout->addWidget(leReizwert, 10);
-    layout->addWidget(lblModus, 10);
-    layout->addWidget(leMeldungRot, 20);
-    layout->addWidget(leMeldungGruen, 40);
+    layout->addWidget(m_lblListe, 10);
+    layout->addWidget(m_leMeldungGruen, 40);
     addWidget(inhalt);
+}
+
+void Werkzeugleiste::teileEinsetzen(QPushButton *reizung, QLineEdit *reizwert, QLabel *modus,
+                                    QLineEdit *meldung)
+{
+    m_layout->insertWidget(1, reizung, 10);
+    m_layout->insertWidget(2, reizwert, 10);
+    m_layout->insertWidget(3, modus, 10);
+    m_layout->insertWidget(4, meldung, 20);
+    m_leReizwert = reizwert;
+    m_leMeldungRot = meldung;
     breitenAnpassen();
+}
+
+void Werkzeugleiste::listeBenennen(const QString &text)
+{
+    m_lblListe->setText(text);
 }
 
 void Werkzeugleiste::changeEvent(QEvent *event)
 {
     QToolBar::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange && m_leReizwert)
         breitenAnpassen();
 }
 
@@ -66,9 +64,9 @@ void Werkzeugleiste::breitenAnpassen()
     // The countdown is the longest text of the red field; with the touch font the
     // stretch alone would cut it.
     const int rand = 16;
-    leMeldungRot->setMinimumWidth(leMeldungRot->fontMetrics().horizontalAdvance(
-                                      QStringLiteral("Verbleibende Zeit 120 Minuten")) +
-                                  rand);
-    leReizwert->setMinimumWidth(leReizwert->fontMetrics().horizontalAdvance(QStringLiteral("264")) +
-                                rand);
+    m_leMeldungRot->setMinimumWidth(m_leMeldungRot->fontMetrics().horizontalAdvance(
+                                        QStringLiteral("Verbleibende Zeit 120 Minuten")) +
+                                    rand);
+    m_leReizwert->setMinimumWidth(
+        m_leReizwert->fontMetrics().horizontalAdvance(QStringLiteral("264")) + rand);
 }

@@ -1,11 +1,12 @@
 #pragma once
 
-// The tool bar of the main window: list label, bid button and field, mode
-// label and the two message fields. The window's parts each use the widgets
-// that concern them.
+// The tool bar of the main window: the list's name, then the bid button and
+// field, the mode label and the countdown field, which belong to the parts
+// that fill them, and the green message field.
 
 #include <QToolBar>
 
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -17,18 +18,22 @@ class Werkzeugleiste : public QToolBar
 public:
     explicit Werkzeugleiste(QWidget *parent = nullptr);
 
-    QLabel *lblListe;
-    QPushButton *pbReizung;
-    QLineEdit *leReizwert;
-    QLabel *lblModus;
-    QLineEdit *leMeldungRot;
-    QLineEdit *leMeldungGruen;
+    // Places the other parts' widgets in their order after the list's name.
+    void teileEinsetzen(QPushButton *reizung, QLineEdit *reizwert, QLabel *modus,
+                        QLineEdit *meldung);
+    void listeBenennen(const QString &text);
 
 protected:
     void changeEvent(QEvent *event) override;
 
 private:
     void breitenAnpassen();
+
+    QHBoxLayout *m_layout;
+    QLabel *m_lblListe;
+    QLineEdit *m_leReizwert = nullptr;
+    QLineEdit *m_leMeldungRot = nullptr;
+    QLineEdit *m_leMeldungGruen;
 };
 
 // Gives the text of a read-only field the colour in every colour group.
