@@ -4,9 +4,11 @@
 #include "app/version.h"
 #include "app/widgets/dlgsettings.h"
 #include "app/widgets/werkzeugleiste.h"
+#include "core/link/empfang.h"
 #include "core/link/paarung.h"
 #include "core/service/listendienst.h"
 #include "ui_mainwindow.h"
+#include "velmora/client.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -63,7 +65,9 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     m_modus = new ModusSteuerung(this, *m_dienst, *m_einstellungen);
     m_blatt = new BlattSteuerung(this, ui->tabSpieleListe, *m_dienst, *m_einstellungen);
     m_dateien = new DateiSteuerung(this, m_grosserBildschirm, *m_dienst, *m_einstellungen);
-    m_netz = new NetzSteuerung(this, *m_dienst, *m_einstellungen, *m_paarung);
+    m_client = new Client(Empfang::tischProgramm(), this);
+    m_netz = new NetzSteuerung(this, *m_dienst, *m_einstellungen, *m_paarung, *m_client);
+    m_verbindung = new VerbindungsSteuerung(this, *m_client, *m_einstellungen);
     m_rang = new RanglistenSteuerung(this, ui->tabSpielstaende, *m_dienst);
     m_zweit = new ZweitlisteSteuerung(this, *m_dienst, *m_paarung);
     teileEinsetzen();
@@ -86,8 +90,8 @@ MainWindow::~MainWindow()
 {
     // The parts show the list, so they go before it.
     for (QObject *teil :
-         std::initializer_list<QObject *>{m_zweit, m_rang, m_netz, m_dateien, m_blatt, m_modus,
-                                          m_stand, m_eintrag, m_sitze, m_kopf})
+         std::initializer_list<QObject *>{m_zweit, m_rang, m_verbindung, m_netz, m_dateien, m_blatt,
+                                          m_modus, m_stand, m_eintrag, m_sitze, m_kopf})
         delete teil;
 }
 
@@ -155,13 +159,13 @@ void MainWindow::teileEinsetzen()
     // and the link below, in the order the focus moves through them.
     ui->glEinstellungen->addWidget(m_kopf->gruppe(), 0, 0);
     ui->glEinstellungen->addWidget(m_blatt->kostenGruppe(), 1, 0, 1, 2);
-    ui->glEinstellungen->addWidget(m_netz->netzwerkGruppe(), 2, 0, 1, 2);
+    ui->glEinstellungen->addWidget(m_verbindung->gruppe(), 2, 0, 1, 2);
     ui->glEinstellungen->addWidget(m_sitze->gruppe(), 0, 1);
     m_eintrag->spielstandEinsetzen(m_stand->anzeige());
     m_blatt->rundenwahlEinsetzen(m_stand->rundenWahl());
     m_leiste->teileEinsetzen(m_eintrag->reizungKnopf(), m_eintrag->reizwertFeld(),
                              m_modus->modusLabel(), m_modus->meldungsFeld());
-    statusBar()->addPermanentWidget(m_netz->verbindungsAnzeige());
+    statusBar()->addPermanentWidget(m_verbindung->anzeige());
 }
 
 void MainWindow::teileVerbinden()
@@ -282,6 +286,7 @@ void MainWindow::seitenVerbinden()
     connect(m_stand, &StandSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
     connect(m_blatt, &BlattSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
     connect(m_netz, &NetzSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
+    connect(m_verbindung, &VerbindungsSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
     connect(m_zweit, &ZweitlisteSteuerung::statusMeldung, this, &MainWindow::statusZeigen);
     connect(m_dateien, &DateiSteuerung::hinweis, this, [this](const QString &hinweis) {
         statusBar()->showMessage(

@@ -10,6 +10,7 @@
 #include "app/game/eintragsteuerung.h"
 #include "app/header/kopfsteuerung.h"
 #include "app/link/netzsteuerung.h"
+#include "app/link/verbindungssteuerung.h"
 #include "app/link/zweitlistesteuerung.h"
 #include "app/players/sitzsteuerung.h"
 #include "app/ranking/ranglistensteuerung.h"
@@ -24,6 +25,7 @@
 
 #include <memory>
 
+class Client;
 class HelpWidget;
 class ListenDienst;
 class Paarung;
@@ -215,6 +217,7 @@ private:
     Werkzeugleiste *m_leiste;
     HelpWidget *m_hilfe;
     Paarung *m_paarung;
+    Client *m_client;
     QActionGroup *m_modi;
     bool m_grosserBildschirm = true;
 
@@ -226,6 +229,7 @@ private:
     BlattSteuerung *m_blatt;
     DateiSteuerung *m_dateien;
     NetzSteuerung *m_netz;
+    VerbindungsSteuerung *m_verbindung;
     RanglistenSteuerung *m_rang;
     ZweitlisteSteuerung *m_zweit;
 };

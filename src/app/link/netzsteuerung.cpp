@@ -1,6 +1,5 @@
 #include "app/link/netzsteuerung.h"
 
-#include "app/link/verbindungssteuerung.h"
 #include "core/link/empfang.h"
 #include "core/link/nachricht.h"
 #include "core/link/paarung.h"
@@ -41,20 +40,20 @@ bool vonPartnerAdressiert(int typ)
 } // namespace
 
 NetzSteuerung::NetzSteuerung(QWidget *eltern, ListenDienst &dienst, Einstellungen &einstellungen,
-                             const Paarung &paarung)
+                             const Paarung &paarung, Client &client)
     : QObject(eltern), m_eltern(eltern), m_dienst(dienst), m_einstellungen(einstellungen),
-      m_client(new Client(Empfang::tischProgramm(), this)), m_paarung(paarung)
+      m_client(client), m_paarung(paarung)
 {
-    connect(m_client, &Client::newParticipant, this, &NetzSteuerung::newParticipant);
-    connect(m_client, &Client::participantLeft, this, &NetzSteuerung::rechnerAbmeldung);
-    m_eigeneAdresse = m_client->ownAddress();
-    connect(m_client, &Client::ownAddressChanged, this, [this](const QString &adresse) {
+    connect(&m_client, &Client::newParticipant, this, &NetzSteuerung::newParticipant);
+    connect(&m_client, &Client::participantLeft, this, &NetzSteuerung::rechnerAbmeldung);
+    m_eigeneAdresse = m_client.ownAddress();
+    connect(&m_client, &Client::ownAddressChanged, this, [this](const QString &adresse) {
         if (m_managerId.isEmpty())
             m_eigeneAdresse = adresse;
     });
-    connect(m_client, &Client::messageRejected, this, [this] {
+    connect(&m_client, &Client::messageRejected, this, [this] {
         status(QStringLiteral("%1 Nachrichten ohne gueltigen Schluessel verworfen")
-                   .arg(m_client->rejectedMessages()));
+                   .arg(m_client.rejectedMessages()));
     });
     connect(&m_paarung, &Paarung::geaendert, this, [this] {
         const bool vorher = m_ergebnisseErlaubt;
@@ -63,28 +62,15 @@ NetzSteuerung::NetzSteuerung(QWidget *eltern, ListenDienst &dienst, Einstellunge
             emit ergebnisseGefragt();
     });
 
-    m_client->setKey(m_einstellungen.turnierschluessel().toUtf8());
+    m_client.setKey(m_einstellungen.turnierschluessel().toUtf8());
     connect(&m_einstellungen, &Einstellungen::turnierschluesselGeaendert, this,
             &NetzSteuerung::schluesselSetzen);
 
-    m_verbindung = new VerbindungsSteuerung(this, *m_client, einstellungen);
-    connect(m_verbindung, &VerbindungsSteuerung::statusMeldung, this,
-            &NetzSteuerung::statusMeldung);
     connect(&m_dienst, &ListenDienst::geaendert, this, &NetzSteuerung::listeGeaendert);
     empfangSchalten();
 }
 
 NetzSteuerung::~NetzSteuerung() = default;
-
-QGroupBox *NetzSteuerung::netzwerkGruppe() const
-{
-    return m_verbindung->gruppe();
-}
-
-QLabel *NetzSteuerung::verbindungsAnzeige() const
-{
-    return m_verbindung->anzeige();
-}
 
 int NetzSteuerung::eigeneTischNr() const
 {
@@ -105,7 +91,7 @@ void NetzSteuerung::neueListeAngaben(bool offen, const QString &tisch, const QSt
 
 void NetzSteuerung::schluesselSetzen(const QString &schluessel)
 {
-    m_client->setKey(schluessel.toUtf8());
+    m_client.setKey(schluessel.toUtf8());
     status(schluessel.isEmpty() ? QStringLiteral("Nachrichten ohne Turnierschluessel")
                                 : QStringLiteral("Nachrichten mit Turnierschluessel"));
 }
@@ -117,7 +103,7 @@ void NetzSteuerung::empfangSchalten()
     if (an == static_cast<bool>(m_empfang))
         return;
     if (an) {
-        m_empfang = connect(m_client, &Client::newMessage, this, &NetzSteuerung::appendMessage);
+        m_empfang = connect(&m_client, &Client::newMessage, this, &NetzSteuerung::appendMessage);
     } else {
         disconnect(m_empfang);
         m_empfang = {};
@@ -131,7 +117,7 @@ void NetzSteuerung::senden(int typ, const QString &adresse, const QStringList &i
     nachricht.adresse = adresse;
     nachricht.gruppe = m_dienst.kopf().gruppe;
     nachricht.inhalt = inhalt;
-    m_client->sendMessage(nachricht.text());
+    m_client.sendMessage(nachricht.text());
 }
 
 void NetzSteuerung::zeilenKopieren(const QString &adresse)
@@ -179,7 +165,7 @@ void NetzSteuerung::appendMessage(const QString &von, const QString &text)
     lage.managerId = m_managerId;
     lage.anMich =
         nachricht->adresse == m_eigeneAdresse ||
-        (vonPartnerAdressiert(nachricht->typ) && nachricht->adresse == m_client->localAddress(von));
+        (vonPartnerAdressiert(nachricht->typ) && nachricht->adresse == m_client.localAddress(von));
     lage.gruppe = kopf.gruppe;
     lage.tischNr = eigeneTischNr();
     lage.serie = kopf.serie;
@@ -290,7 +276,7 @@ void NetzSteuerung::newParticipant(const QString &kennung)
             return;
         }
         m_managerId = kennung;
-        const QString lokal = m_client->localAddress(kennung);
+        const QString lokal = m_client.localAddress(kennung);
         if (!lokal.isEmpty())
             m_eigeneAdresse = lokal;
         const bool erstmals = !m_managerAdressen.contains(teilnehmer.adresse);
@@ -323,7 +309,7 @@ void NetzSteuerung::rechnerAbmeldung(const QString &kennung)
         qDebug() << "Participant abgemeldet" << teilnehmer.name;
         status(QStringLiteral("Getrennt Tabulor."));
         m_managerId.clear();
-        m_eigeneAdresse = m_client->ownAddress();
+        m_eigeneAdresse = m_client.ownAddress();
         steuerelementeTauschen(false);
         emit managerGeaendert(false);
         return;

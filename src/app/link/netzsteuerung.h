@@ -7,8 +7,6 @@
 // counted in the status line, never boxed. The window's parts send through it.
 // The pairing with a second list is read here and changed by its own part.
 
-#include <QGroupBox>
-#include <QLabel>
 #include <QMap>
 #include <QMetaObject>
 #include <QObject>
@@ -21,7 +19,6 @@ class Einstellungen;
 class ListenDienst;
 class Paarung;
 class QWidget;
-class VerbindungsSteuerung;
 struct ListenAenderung;
 struct Nachricht;
 struct SpielEintrag;
@@ -33,12 +30,8 @@ class NetzSteuerung : public QObject
 public:
     // Boxes open over the widget given, which also owns this part.
     NetzSteuerung(QWidget *eltern, ListenDienst &dienst, Einstellungen &einstellungen,
-                  const Paarung &paarung);
+                  const Paarung &paarung, Client &client);
     ~NetzSteuerung() override;
-
-    // The settings page's network section and the status line's link label.
-    QGroupBox *netzwerkGruppe() const;
-    QLabel *verbindungsAnzeige() const;
 
     // The address this table goes by: the local end of its connection to the
     // manager, before that the address of the interface its beacons go out on.
@@ -131,9 +124,8 @@ private:
     QWidget *m_eltern;
     ListenDienst &m_dienst;
     Einstellungen &m_einstellungen;
-    Client *m_client = nullptr;
+    Client &m_client;
     const Paarung &m_paarung;
-    VerbindungsSteuerung *m_verbindung = nullptr;
     bool m_neuOffen = false;
     QString m_neuTisch;
     QString m_neuSerie;
