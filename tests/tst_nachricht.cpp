@@ -155,7 +155,13 @@ void TstNachricht::paarung()
     p.aufheben();
     QCOMPARE(zustand(), QStringLiteral("0 0001 |"));
     QCOMPARE(p.letzterTisch(), 7);
-    QCOMPARE(geaendert.count(), 10);
+    // A first list takes a second list once its list has started, and only one.
+    using A = Paarung::Antwort;
+    QCOMPARE(p.anfrageBeantworten("Kartulo@10.0.0.8:4000", false), A::NichtGestartet);
+    QCOMPARE(p.anfrageBeantworten("Kartulo@10.0.0.8:4000", true), A::Angenommen);
+    QCOMPARE(p.anfrageBeantworten("Kartulo@10.0.0.9:4000", true), A::SchonGepaart);
+    QCOMPARE(zustand(), QStringLiteral("0 0010 |10.0.0.8"));
+    QCOMPARE(geaendert.count(), 12);
 }
 
 QTEST_GUILESS_MAIN(TstNachricht)

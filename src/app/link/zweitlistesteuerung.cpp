@@ -221,20 +221,18 @@ void ZweitlisteSteuerung::anfrageBeantworten(const QString &von)
     const QString antwortAn = Kennung::aus(von).adresse;
     const int tischNr = m_dienst.kopf().tischNr;
     const QString tisch = QString::number(tischNr);
-    if (m_paarung.hatZweitliste()) {
+    switch (m_paarung.anfrageBeantworten(von, m_laufend || !m_dienst.spiele().isEmpty())) {
+    case Paarung::Antwort::SchonGepaart:
         emit senden(Nachricht::ZweitlisteAbgelehnt, antwortAn,
                     {tisch, QStringLiteral("Tisch %1 hat schon Zweitliste!").arg(tischNr)});
-        m_paarung.anfrageVergessen();
         return;
-    }
-    if (m_paarung.wartet())
-        return;
-    if (m_dienst.spiele().isEmpty() && !m_laufend) {
+    case Paarung::Antwort::NichtGestartet:
         emit senden(Nachricht::ZweitlisteAbgelehnt, antwortAn,
                     {tisch, QStringLiteral("Protokoll in Erstliste wurde noch nicht gestartet!")});
         return;
+    case Paarung::Antwort::Angenommen:
+        break;
     }
-    m_paarung.zweitlisteAngenommen(von);
     QStringList spieler{tisch, QString::number(m_dienst.kopf().serie)};
     for (const Teilnehmer &t : m_dienst.teilnehmer())
         spieler << QStringLiteral("%1|%2|%3|%4").arg(t.mgldNr).arg(t.name, t.mitglied, t.preisskat);

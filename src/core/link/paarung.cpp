@@ -28,6 +28,18 @@ void Paarung::anfragen(int tisch)
     emit geaendert();
 }
 
+Paarung::Antwort Paarung::anfrageBeantworten(const QString &id, bool gestartet)
+{
+    if (m_hatZweitliste) {
+        anfrageVergessen();
+        return Antwort::SchonGepaart;
+    }
+    if (!gestartet)
+        return Antwort::NichtGestartet;
+    zweitlisteAngenommen(id);
+    return Antwort::Angenommen;
+}
+
 void Paarung::ersteListeGefunden(const QString &id)
 {
     m_hatZweitliste = true;

@@ -15,13 +15,21 @@ class Paarung : public QObject
 public:
     using QObject::QObject;
 
+    // How a first list answers a table that asks to keep its list again.
+    enum class Antwort
+    {
+        Angenommen,
+        SchonGepaart,
+        NichtGestartet
+    };
+    Q_ENUM(Antwort)
+
     // Second list: the first list's table asked for; 0 when not a second list.
     int gepaarterTisch() const { return m_gepaarterTisch; }
     // Second list: the table of the last pairing kept as a copy.
     int letzterTisch() const { return m_letzterTisch; }
     // The pairing is in force, on either side.
     bool hatZweitliste() const { return m_hatZweitliste; }
-    bool wartet() const { return m_wartet; }
     // First list: the attached second list's id; second list: the first list's.
     QString zweitliste() const { return m_zweitliste; }
     QString ersteListe() const { return m_ersteListe; }
@@ -40,6 +48,9 @@ public:
 
     // Second list: the request for that table went out.
     void anfragen(int tisch);
+    // First list: takes the asking table as its second list, unless one is
+    // attached (the request is then forgotten) or the list has not started.
+    Antwort anfrageBeantworten(const QString &id, bool gestartet);
     // Second list: the first list answered with its players.
     void ersteListeGefunden(const QString &id);
     // First list: a second list's request was accepted.
