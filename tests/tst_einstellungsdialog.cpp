@@ -58,7 +58,7 @@ void TstEinstellungsdialog::imFenster()
     QVERIFY(TestProtokoll::anlegen(4, 48));
     QStringList spiele;
     for (const SpielEintrag &e : TestProtokoll::abend(4, 4))
-        spiele << e.insertStatement();
+        spiele << Sql::spielEinfuegen(e);
     QVERIFY(TestProtokoll::sql(spiele));
     MeldungsBeantworter antworten;
     MainWindow fenster;

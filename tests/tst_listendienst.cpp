@@ -161,7 +161,7 @@ void TstListenDienst::oeffnen()
     QFETCH(Zustand, zustand);
     if (statements.value(0) == QLatin1String("*")) {
         QVERIFY(anlegen(3, 36, Spielmodus::Ergebnis, 7));
-        QVERIFY(sql({spiel(1, 24).insertStatement(), "UPDATE SpielListe SET Zeile = 1"}));
+        QVERIFY(sql({Sql::spielEinfuegen(spiel(1, 24)), "UPDATE SpielListe SET Zeile = 1"}));
         statements.removeFirst();
     }
     QVERIFY(sql(statements));
@@ -433,7 +433,7 @@ void TstListenDienst::gesperrt()
 void TstListenDienst::besetztBeimOeffnen()
 {
     QVERIFY(anlegen(3, 36));
-    QVERIFY(sql({spiel(1, 24).insertStatement()}));
+    QVERIFY(sql({Sql::spielEinfuegen(spiel(1, 24))}));
     ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     {
         Sperre sperre(Sperre::Ausschliesslich);
@@ -580,7 +580,7 @@ void TstListenDienst::nummern()
         spiele[i].setze(S::Zeile, nummern.at(i));
     QStringList statements;
     for (int i = spiele.size() - 1; i >= 0; --i)
-        statements << TestProtokoll::abend(3, 3).at(i).insertStatement();
+        statements << Sql::spielEinfuegen(TestProtokoll::abend(3, 3).at(i));
     QVERIFY(sql(statements));
     Offen dienst(m_einstellungen);
     QCOMPARE(dienst.spiele(), TestProtokoll::abend(3, 3));

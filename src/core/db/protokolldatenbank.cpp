@@ -189,12 +189,19 @@ QVector<SpielEintrag> ProtokollDatenbank::spiele() const
 
 bool ProtokollDatenbank::einfuegen(const SpielEintrag &eintrag)
 {
-    return ausfuehren(eintrag.insertStatement());
+    return ausfuehren(Sql::spielEinfuegen(eintrag));
 }
 
 bool ProtokollDatenbank::aendern(const SpielEintrag &eintrag)
 {
-    return ausfuehren(eintrag.updateStatement());
+    QString text = QStringLiteral(
+        "UPDATE SpielListe SET Spiel = %1, Mit = %2, Ohne = %3, Hand = %4, Schneider = %5, "
+        "AngSchneider = %6, Schwarz = %7, AngSchwarz = %8, Offen = %9, Gewonnen = %10, Verloren = "
+        "%11, Spieler1 = %12, Spieler2 = %13, Spieler3 = %14, Spieler4 = %15, Eingepasst = %16, "
+        "Reizung = %17 WHERE Zeile = %18");
+    for (int spalte = SpielEintrag::Spiel; spalte < SpielEintrag::AnzahlSpalten; ++spalte)
+        text = text.arg(eintrag.wert(spalte));
+    return ausfuehren(text.arg(eintrag[SpielEintrag::Zeile]));
 }
 
 bool ProtokollDatenbank::entfernen(int zeile, int letzte)

@@ -4,6 +4,8 @@
 // character for character as the tables were first created (mixed case,
 // missing blanks and all), so every copy of kartulo.db in the club matches.
 
+#include "core/db/spieleintrag.h"
+
 #include <QString>
 #include <QVector>
 
@@ -35,6 +37,15 @@ inline constexpr char InsertSpielListePrefix[] =
 
 inline constexpr char InsertSpielListeValues[] =
     "VALUES (%1, %2, %3, %4, %5, %6, %7, %8, %9, %10, %11, %12, %13, %14, %15, %16, %17, %18)";
+
+// The insert of one game, its values written in as numbers.
+inline QString spielEinfuegen(const SpielEintrag &eintrag)
+{
+    QString werte = QString::fromLatin1(InsertSpielListeValues);
+    for (int spalte = 0; spalte < SpielEintrag::AnzahlSpalten; ++spalte)
+        werte = werte.arg(eintrag.wert(spalte));
+    return QLatin1String(InsertSpielListePrefix) + werte;
+}
 
 // Text pasted between single quotes into a statement; a quote in a name
 // would otherwise end the literal and the statement would fail. SQLite reads
