@@ -665,6 +665,20 @@ void TstListenDienst::einstellungen()
     QCOMPARE(store.value("platz1").toDouble(), 0.25);
     QCOMPARE(store.value("Kartengeld").toDouble(), 1.0);
     QVERIFY(einstellungen.kosten() == alle);
+
+    // Every change of the store or the registry is announced once by the list; a value
+    // set again and a name the registry knows are no change.
+    QVERIFY(anlegen(3, 36));
+    Offen dienst(einstellungen);
+    Meldungen meldungen(dienst);
+    einstellungen.mitFabianpunktenSetzen(false);
+    QVERIFY(dienst.registerErsetzen({{1, "Eva", true, true}}).ok());
+    einstellungen.sicherheitskopieIntervallSetzen(5);
+    einstellungen.sicherheitskopieIntervallSetzen(7);
+    dienst.spielerHinzufuegen({0, "Eva", true, true});
+    QCOMPARE(dienst.spielerHinzufuegen({0, "Fritz", true, true}), 2);
+    einstellungen.vereinsnameSetzen(QStringLiteral("Karo Sieben"));
+    QCOMPARE(meldungen, QStringList({"8:0", "7:0", "8:0", "7:0", "8:0"}));
 }
 
 KARTULO_KERN_TEST_MAIN(TstListenDienst)
