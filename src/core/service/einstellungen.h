@@ -64,8 +64,6 @@ public:
     // Standings in a tournament as Seeger-Fabian points; true when the key is missing.
     bool mitFabianpunkten() const;
     void mitFabianpunktenSetzen(bool fabian);
-    // The store itself, for the settings dialog, which writes its switch at once.
-    QSettings *store() { return &m_store; }
     // Interval of the backup copy; 5 minutes when the key is missing.
     int sicherheitskopieIntervallMs() const;
     void sicherheitskopieIntervallSetzen(int minuten);
