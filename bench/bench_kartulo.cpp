@@ -84,7 +84,7 @@ void listeAnlegen(int spieler, int spiele, int geplant, int modus)
     TestProtokoll::anlegen(spieler, geplant, modus);
     QStringList statements{QStringLiteral("BEGIN")};
     for (const SpielEintrag &e : TestProtokoll::abend(spiele, spieler))
-        statements << e.insertStatement();
+        statements << Sql::spielEinfuegen(e);
     statements << QStringLiteral("COMMIT");
     TestProtokoll::sql(statements);
 }

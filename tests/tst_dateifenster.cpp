@@ -124,7 +124,7 @@ void TstDateiFenster::speichernUndLaden()
     QVERIFY(anlegen(4, 48, 0, 5));
     QStringList statements{"UPDATE Settings SET Serie = 2"};
     for (const SpielEintrag &e : abend(48, 4))
-        statements << e.insertStatement();
+        statements << Sql::spielEinfuegen(e);
     QVERIFY(sql(statements));
     const QList<int> abend = inhalt();
     MainWindow fenster;

@@ -1,10 +1,11 @@
 // "Liste -> Einstellungen": the Fabian switch is stored at once, even when the
 // dialog is closed without OK; the WLAN switch stops and resumes the
-// manager's messages while the dialog is open; OK rewrites the standings and
-// takes a new backup interval.
+// manager's messages while the dialog is open; the standings and the backup
+// interval follow the settings store.
 
 #include "app/mainwindow.h"
 #include "app/widgets/dlgsettings.h"
+#include "core/service/einstellungen.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
@@ -27,8 +28,9 @@ private slots:
 void TstEinstellungsdialog::schalter()
 {
     QSettings store = einstellungen();
-    store.setValue("spielstandmitfabianpunkten", true);
-    DlgSettings dialog(&store, true);
+    Einstellungen speicher;
+    speicher.mitFabianpunktenSetzen(true);
+    DlgSettings dialog(speicher, true);
     QCOMPARE(dialog.objectName(), QStringLiteral("DlgSettings"));
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Dialog"));
     QCOMPARE(dialog.size(), QSize(267, 225));
@@ -52,13 +54,13 @@ void TstEinstellungsdialog::schalter()
 }
 
 // Through the window: while the dialog is open, WLAN off drops the manager's
-// messages; Fabian points off and OK rewrite the standings.
+// messages; Fabian points off rewrite the standings.
 void TstEinstellungsdialog::imFenster()
 {
     QVERIFY(TestProtokoll::anlegen(4, 48));
     QStringList spiele;
     for (const SpielEintrag &e : TestProtokoll::abend(4, 4))
-        spiele << e.insertStatement();
+        spiele << Sql::spielEinfuegen(e);
     QVERIFY(TestProtokoll::sql(spiele));
     MeldungsBeantworter antworten;
     MainWindow fenster;
@@ -71,9 +73,7 @@ void TstEinstellungsdialog::imFenster()
         kind<QCheckBox>(dialog, "chkWlanBenutzen")->setChecked(false);
         emit client->newMessage("Tabulor@10.0.0.9:4000", "3:127.0.0.1:$7");
         kind<QCheckBox>(dialog, "chkSpielstandsAnzeige")->setChecked(false);
-        QSettings store = einstellungen();
-        store.setValue("sicherheitskopieintervall", 7);
-        store.sync();
+        fenster.findChild<Einstellungen *>()->sicherheitskopieIntervallSetzen(7);
         kind<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
     });
     fenster.onEinstellungen();

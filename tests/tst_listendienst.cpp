@@ -161,7 +161,7 @@ void TstListenDienst::oeffnen()
     QFETCH(Zustand, zustand);
     if (statements.value(0) == QLatin1String("*")) {
         QVERIFY(anlegen(3, 36, Spielmodus::Ergebnis, 7));
-        QVERIFY(sql({spiel(1, 24).insertStatement(), "UPDATE SpielListe SET Zeile = 1"}));
+        QVERIFY(sql({Sql::spielEinfuegen(spiel(1, 24)), "UPDATE SpielListe SET Zeile = 1"}));
         statements.removeFirst();
     }
     QVERIFY(sql(statements));
@@ -433,7 +433,7 @@ void TstListenDienst::gesperrt()
 void TstListenDienst::besetztBeimOeffnen()
 {
     QVERIFY(anlegen(3, 36));
-    QVERIFY(sql({spiel(1, 24).insertStatement()}));
+    QVERIFY(sql({Sql::spielEinfuegen(spiel(1, 24))}));
     ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     {
         Sperre sperre(Sperre::Ausschliesslich);
@@ -580,7 +580,7 @@ void TstListenDienst::nummern()
         spiele[i].setze(S::Zeile, nummern.at(i));
     QStringList statements;
     for (int i = spiele.size() - 1; i >= 0; --i)
-        statements << TestProtokoll::abend(3, 3).at(i).insertStatement();
+        statements << Sql::spielEinfuegen(TestProtokoll::abend(3, 3).at(i));
     QVERIFY(sql(statements));
     Offen dienst(m_einstellungen);
     QCOMPARE(dienst.spiele(), TestProtokoll::abend(3, 3));
@@ -665,6 +665,20 @@ void TstListenDienst::einstellungen()
     QCOMPARE(store.value("platz1").toDouble(), 0.25);
     QCOMPARE(store.value("Kartengeld").toDouble(), 1.0);
     QVERIFY(einstellungen.kosten() == alle);
+
+    // Every change of the store or the registry is announced once by the list; a value
+    // set again and a name the registry knows are no change.
+    QVERIFY(anlegen(3, 36));
+    Offen dienst(einstellungen);
+    Meldungen meldungen(dienst);
+    einstellungen.mitFabianpunktenSetzen(false);
+    QVERIFY(dienst.registerErsetzen({{1, "Eva", true, true}}).ok());
+    einstellungen.sicherheitskopieIntervallSetzen(5);
+    einstellungen.sicherheitskopieIntervallSetzen(7);
+    dienst.spielerHinzufuegen({0, "Eva", true, true});
+    QCOMPARE(dienst.spielerHinzufuegen({0, "Fritz", true, true}), 2);
+    einstellungen.vereinsnameSetzen(QStringLiteral("Karo Sieben"));
+    QCOMPARE(meldungen, QStringList({"8:0", "7:0", "8:0", "7:0", "8:0"}));
 }
 
 KARTULO_KERN_TEST_MAIN(TstListenDienst)

@@ -27,7 +27,7 @@ void tischMitSpielen(int spiele)
                           .arg(LangeNamen.at(i))
                           .arg(i + 1);
     for (const SpielEintrag &e : TestProtokoll::abend(spiele, 4))
-        statements << e.insertStatement();
+        statements << Sql::spielEinfuegen(e);
     QVERIFY(TestProtokoll::sql(statements));
 }
 

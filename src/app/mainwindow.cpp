@@ -411,12 +411,10 @@ void MainWindow::onSpielStandsAnzeigeAufNullSetzen()
 
 void MainWindow::onEinstellungen()
 {
-    DlgSettings dialog(m_einstellungen->store(), m_netz->wlanBenutzt(), this);
+    // The standings and the backup follow the store through the list's announcements.
+    DlgSettings dialog(*m_einstellungen, m_netz->wlanBenutzt(), this);
     connect(&dialog, &DlgSettings::wlanBenutzen, this, &MainWindow::onWlanBenutzen);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    m_stand->neuSchreiben();
-    m_dateien->sicherungsIntervallNeu();
+    dialog.exec();
 }
 
 void MainWindow::rundenEnde()

@@ -3,7 +3,7 @@
 // Builds kartulo.db contents for the tests and reads them back through a
 // connection of its own.
 
-#include "core/db/spieleintrag.h"
+#include "core/db/statements.h"
 
 #include <QString>
 #include <QStringList>

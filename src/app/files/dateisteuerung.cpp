@@ -21,6 +21,10 @@ DateiSteuerung::DateiSteuerung(QWidget *eltern, bool grosserBildschirm, ListenDi
     connect(&m_sicherheitskopieTimer, &QTimer::timeout, this,
             &DateiSteuerung::onSicherheitsKopieSpeichern);
     m_sicherheitskopieTimer.start();
+    connect(&m_dienst, &ListenDienst::geaendert, this, [this](const ListenAenderung &aenderung) {
+        if (aenderung.art == ListenAenderung::Einstellungen)
+            sicherungsIntervallNeu();
+    });
 }
 
 void DateiSteuerung::warnen(const QString &text)
@@ -38,7 +42,10 @@ bool DateiSteuerung::xmlSpeichern(const QString &pfad)
 
 void DateiSteuerung::sicherungsIntervallNeu()
 {
-    m_sicherheitskopieTimer.setInterval(m_einstellungen.sicherheitskopieIntervallMs());
+    // Setting the interval restarts the timer; a cost typed must not put the backup off.
+    const int intervall = m_einstellungen.sicherheitskopieIntervallMs();
+    if (intervall != m_sicherheitskopieTimer.interval())
+        m_sicherheitskopieTimer.setInterval(intervall);
 }
 
 void DateiSteuerung::onSicherheitsKopieSpeichern()

@@ -155,6 +155,10 @@ void EintragSteuerung::listeGeaendert(const ListenAenderung &aenderung)
         kopfZeigen();
     if (aenderung.art == ListenAenderung::Kopf)
         return;
+    // Neither is on the panel, and a game being corrected keeps its number shown.
+    if (aenderung.art == ListenAenderung::Register ||
+        aenderung.art == ListenAenderung::Einstellungen)
+        return;
     naechsteNummerZeigen();
     spielerKnoepfeBeschriften();
     m_ui->tbSpieler4->setVisible(m_dienst.listenTyp() == 4);

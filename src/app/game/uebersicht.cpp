@@ -50,6 +50,8 @@ void Uebersicht::listeGeaendert(const ListenAenderung &aenderung)
     case ListenAenderung::Kopf:
     case ListenAenderung::Teilnehmer:
     case ListenAenderung::Sitzordnung:
+    case ListenAenderung::Register:
+    case ListenAenderung::Einstellungen:
         break;
     }
     m_ansicht->setColumnHidden(SpielEintrag::Spieler4, m_dienst.listenTyp() == 3);

@@ -304,6 +304,10 @@ void BlattSteuerung::listeGeaendert(const ListenAenderung &aenderung)
         m_runde = -1;
         neuZeichnen();
         break;
+    // The costs reach the sheet through the store's own signals.
+    case ListenAenderung::Register:
+    case ListenAenderung::Einstellungen:
+        break;
     }
 }
 

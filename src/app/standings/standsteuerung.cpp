@@ -86,6 +86,8 @@ void StandSteuerung::laufzustandSetzen(bool laufend)
 
 void StandSteuerung::listeGeaendert(const ListenAenderung &aenderung)
 {
+    if (aenderung.art == ListenAenderung::Register)
+        return;
     const ListenKopf &kopf = m_dienst.kopf();
     m_runden->setVisible(kopf.modus == Spielmodus::Bierlachs);
     m_ui->lePunkte4->setVisible(m_dienst.listenTyp() == 4);

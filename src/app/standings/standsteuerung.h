@@ -44,14 +44,6 @@ public:
     void rundenEndePruefen();
     void laufzustandSetzen(bool laufend);
 
-    // The standings of a running list written anew, e.g. with or without
-    // Fabian points.
-    void neuSchreiben()
-    {
-        if (m_laeuft)
-            aktualisieren();
-    }
-
 signals:
     // The lines of the four seats, for their fields.
     void zeilen(const QStringList &zeilen);

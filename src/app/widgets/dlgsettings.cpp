@@ -1,10 +1,9 @@
 #include "app/widgets/dlgsettings.h"
 
+#include "core/service/einstellungen.h"
 #include "ui_dlgsettings.h"
 
-#include <QSettings>
-
-DlgSettings::DlgSettings(QSettings *einstellungen, bool wlan, QWidget *parent)
+DlgSettings::DlgSettings(Einstellungen &einstellungen, bool wlan, QWidget *parent)
     : QDialog(parent), ui(new Ui::DlgSettings), m_einstellungen(einstellungen)
 {
     ui->setupUi(this);
@@ -13,8 +12,7 @@ DlgSettings::DlgSettings(QSettings *einstellungen, bool wlan, QWidget *parent)
     setPalette(farben);
     setAutoFillBackground(true);
     ui->chkWlanBenutzen->setChecked(wlan);
-    ui->chkSpielstandsAnzeige->setChecked(
-        m_einstellungen->value(QStringLiteral("spielstandmitfabianpunkten"), true).toBool());
+    ui->chkSpielstandsAnzeige->setChecked(m_einstellungen.mitFabianpunkten());
     connect(ui->chkSpielstandsAnzeige, &QCheckBox::toggled, this,
             &DlgSettings::onSpielstandsanzeige);
     connect(ui->chkWlanBenutzen, &QCheckBox::toggled, this, &DlgSettings::onWlanBenutzen);
@@ -24,7 +22,7 @@ DlgSettings::~DlgSettings() = default;
 
 void DlgSettings::onSpielstandsanzeige(bool fabian)
 {
-    m_einstellungen->setValue(QStringLiteral("spielstandmitfabianpunkten"), fabian);
+    m_einstellungen.mitFabianpunktenSetzen(fabian);
 }
 
 void DlgSettings::onWlanBenutzen(bool benutzen)

@@ -8,7 +8,7 @@
 
 #include <memory>
 
-class QSettings;
+class Einstellungen;
 
 namespace Ui {
 class DlgSettings;
@@ -19,7 +19,7 @@ class DlgSettings : public QDialog
     Q_OBJECT
 
 public:
-    DlgSettings(QSettings *einstellungen, bool wlan, QWidget *parent = nullptr);
+    DlgSettings(Einstellungen &einstellungen, bool wlan, QWidget *parent = nullptr);
     ~DlgSettings() override;
 
 signals:
@@ -31,5 +31,5 @@ public slots:
 
 private:
     std::unique_ptr<Ui::DlgSettings> ui;
-    QSettings *m_einstellungen;
+    Einstellungen &m_einstellungen;
 };

@@ -1,7 +1,5 @@
 #include "core/db/spieleintrag.h"
 
-#include "core/db/statements.h"
-
 #include <QSqlRecord>
 #include <QVariant>
 
@@ -25,24 +23,4 @@ SpielEintrag SpielEintrag::ausRecord(const QSqlRecord &record)
         eintrag.m_werte[spalte] = record.value(spaltenNamen().at(spalte)).toInt();
     }
     return eintrag;
-}
-
-QString SpielEintrag::insertStatement() const
-{
-    QString werte = QString::fromLatin1(Sql::InsertSpielListeValues);
-    for (int wert : m_werte)
-        werte = werte.arg(wert);
-    return QLatin1String(Sql::InsertSpielListePrefix) + werte;
-}
-
-QString SpielEintrag::updateStatement() const
-{
-    QString text = QStringLiteral(
-        "UPDATE SpielListe SET Spiel = %1, Mit = %2, Ohne = %3, Hand = %4, Schneider = %5, "
-        "AngSchneider = %6, Schwarz = %7, AngSchwarz = %8, Offen = %9, Gewonnen = %10, Verloren = "
-        "%11, Spieler1 = %12, Spieler2 = %13, Spieler3 = %14, Spieler4 = %15, Eingepasst = %16, "
-        "Reizung = %17 WHERE Zeile = %18");
-    for (int spalte = Spiel; spalte < AnzahlSpalten; ++spalte)
-        text = text.arg(m_werte[spalte]);
-    return text.arg(m_werte[Zeile]);
 }

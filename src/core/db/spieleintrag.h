@@ -53,9 +53,6 @@ public:
     // Score column of seat 0..3.
     int spielerWert(int sitz) const { return m_werte[Spieler1 + sitz]; }
 
-    QString insertStatement() const;
-    QString updateStatement() const;
-
     bool operator==(const SpielEintrag &other) const { return m_werte == other.m_werte; }
     bool operator!=(const SpielEintrag &other) const { return !(*this == other); }
 

@@ -4,8 +4,9 @@
 // character for character as the tables were first created (mixed case,
 // missing blanks and all), so every copy of kartulo.db in the club matches.
 
+#include "core/db/spieleintrag.h"
+
 #include <QString>
-#include <QVector>
 
 namespace Sql {
 
@@ -36,16 +37,13 @@ inline constexpr char InsertSpielListePrefix[] =
 inline constexpr char InsertSpielListeValues[] =
     "VALUES (%1, %2, %3, %4, %5, %6, %7, %8, %9, %10, %11, %12, %13, %14, %15, %16, %17, %18)";
 
-// Text pasted between single quotes into a statement; a quote in a name
-// would otherwise end the literal and the statement would fail. SQLite reads
-// a statement only up to a NUL and miscounts one holding half a character, so
-// a NUL is left out and a half character becomes U+FFFD.
-inline QString quoted(const QString &text)
+// The insert of one game, its values written in as numbers.
+inline QString spielEinfuegen(const SpielEintrag &eintrag)
 {
-    const QVector<uint> zeichen = text.toUcs4();
-    return QString::fromUcs4(zeichen.constData(), zeichen.size())
-        .remove(QChar(u'\0'))
-        .replace(QLatin1Char('\''), QLatin1String("''"));
+    QString werte = QString::fromLatin1(InsertSpielListeValues);
+    for (int spalte = 0; spalte < SpielEintrag::AnzahlSpalten; ++spalte)
+        werte = werte.arg(eintrag.wert(spalte));
+    return QLatin1String(InsertSpielListePrefix) + werte;
 }
 
 } // namespace Sql

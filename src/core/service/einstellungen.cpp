@@ -158,12 +158,28 @@ bool Einstellungen::mitFabianpunkten() const
     return m_store.value(QStringLiteral("spielstandmitfabianpunkten"), true).toBool();
 }
 
+void Einstellungen::mitFabianpunktenSetzen(bool fabian)
+{
+    if (fabian == mitFabianpunkten())
+        return;
+    m_store.setValue(QStringLiteral("spielstandmitfabianpunkten"), fabian);
+    emit mitFabianpunktenGeaendert(fabian);
+}
+
 int Einstellungen::sicherheitskopieIntervallMs() const
 {
     const QString key = QStringLiteral("sicherheitskopieintervall");
     if (!m_store.contains(key))
         return 300000;
     return m_store.value(key).toInt() * 60000;
+}
+
+void Einstellungen::sicherheitskopieIntervallSetzen(int minuten)
+{
+    if (minuten * 60000 == sicherheitskopieIntervallMs())
+        return;
+    m_store.setValue(QStringLiteral("sicherheitskopieintervall"), minuten);
+    emit sicherheitskopieIntervallGeaendert(minuten * 60000);
 }
 
 QString Einstellungen::spielstopzeit() const

@@ -61,11 +61,12 @@ public:
     QString turnierschluessel() const;
     void turnierschluesselSetzen(const QString &schluessel);
 
+    // Standings in a tournament as Seeger-Fabian points; true when the key is missing.
     bool mitFabianpunkten() const;
-    // The store itself, for the settings dialog, which writes its switch at once.
-    QSettings *store() { return &m_store; }
+    void mitFabianpunktenSetzen(bool fabian);
     // Interval of the backup copy; 5 minutes when the key is missing.
     int sicherheitskopieIntervallMs() const;
+    void sicherheitskopieIntervallSetzen(int minuten);
 
     // The stop time of the running series as "hh:mm", or "openend".
     QString spielstopzeit() const;
@@ -76,6 +77,8 @@ signals:
     void alleKostenGeaendert();
     void vereinsnameGeaendert(const QString &name);
     void turnierschluesselGeaendert(const QString &schluessel);
+    void mitFabianpunktenGeaendert(bool fabian);
+    void sicherheitskopieIntervallGeaendert(int ms);
 
 private:
     double lesenOderAnlegen(const QString &key, double standard);

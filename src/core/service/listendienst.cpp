@@ -34,6 +34,13 @@ ListenDienst::ListenDienst(const QString &datenVerzeichnis, const Einstellungen 
     : QObject(parent), m_datenVerzeichnis(datenVerzeichnis), m_einstellungen(einstellungen),
       m_kopf(anfangsKopf())
 {
+    const auto einstellungenMelden = [this] { melden(ListenAenderung::Einstellungen); };
+    connect(&einstellungen, &Einstellungen::kostenGeaendert, this, einstellungenMelden);
+    connect(&einstellungen, &Einstellungen::alleKostenGeaendert, this, einstellungenMelden);
+    connect(&einstellungen, &Einstellungen::vereinsnameGeaendert, this, einstellungenMelden);
+    connect(&einstellungen, &Einstellungen::mitFabianpunktenGeaendert, this, einstellungenMelden);
+    connect(&einstellungen, &Einstellungen::sicherheitskopieIntervallGeaendert, this,
+            einstellungenMelden);
 }
 
 ListenDienst::~ListenDienst()
@@ -278,12 +285,19 @@ DienstErgebnis ListenDienst::registerErsetzen(const QVector<SpielerDatensatz> &s
     });
     if (!ok)
         return {fehlerText()};
+    melden(ListenAenderung::Register);
     return {};
 }
 
 int ListenDienst::spielerHinzufuegen(const SpielerDatensatz &spieler)
 {
-    return benutzbar() ? m_db->spielerHinzufuegen(spieler) : 0;
+    if (!benutzbar())
+        return 0;
+    const bool bekannt = m_db->spielerNachName(spieler.name).has_value();
+    const int nummer = m_db->spielerHinzufuegen(spieler);
+    if (nummer != 0 && !bekannt)
+        melden(ListenAenderung::Register);
+    return nummer;
 }
 
 EintragErgebnis ListenDienst::spielEintragen(const SpielEintrag &spiel)

@@ -4,7 +4,8 @@
 // participants, with the database and the journal behind them. Every change
 // goes through one of the operations below, is one transaction that happens
 // whole or not at all, and is announced by geaendert() once it is stored, so
-// that every view of the list follows it. Knows nothing of widgets.
+// that every view of the list follows it; so is a change of the player
+// registry and of the settings. Knows nothing of widgets.
 
 #include "core/db/protokolldatenbank.h"
 #include "core/files/skatjornal.h"
@@ -32,7 +33,9 @@ struct ListenAenderung
         Kopf,           // the header as it stands (not yet stored)
         Teilnehmer,     // a participant's name or flags
         Sitzordnung,    // seats moved, or the list type changed
-        ListeNeu        // the whole list: opened, reset, new protocol, import
+        ListeNeu,       // the whole list: opened, reset, new protocol, import
+        Register,       // players registered or the registry replaced
+        Einstellungen   // costs, club name, Fabian points or backup interval
     };
     Art art;
     int zeile = 0;
@@ -69,7 +72,8 @@ class ListenDienst : public QObject
     Q_OBJECT
 
 public:
-    // The settings give the costs and the club name that protocol files carry.
+    // The settings give the costs and the club name that protocol files carry;
+    // their changes are announced as the list's.
     ListenDienst(const QString &datenVerzeichnis, const Einstellungen &einstellungen,
                  QObject *parent = nullptr);
     ~ListenDienst() override;
