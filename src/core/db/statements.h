@@ -7,6 +7,7 @@
 #include "core/db/spieleintrag.h"
 
 #include <QString>
+#include <QVector>
 
 namespace Sql {
 
@@ -44,6 +45,18 @@ inline QString spielEinfuegen(const SpielEintrag &eintrag)
     for (int spalte = 0; spalte < SpielEintrag::AnzahlSpalten; ++spalte)
         werte = werte.arg(eintrag.wert(spalte));
     return QLatin1String(InsertSpielListePrefix) + werte;
+}
+
+// Text pasted between single quotes into a statement; a quote in a name
+// would otherwise end the literal and the statement would fail. SQLite reads
+// a statement only up to a NUL and miscounts one holding half a character, so
+// a NUL is left out and a half character becomes U+FFFD.
+inline QString quoted(const QString &text)
+{
+    const QVector<uint> zeichen = text.toUcs4();
+    return QString::fromUcs4(zeichen.constData(), zeichen.size())
+        .remove(QChar(u'\0'))
+        .replace(QLatin1Char('\''), QLatin1String("''"));
 }
 
 } // namespace Sql
