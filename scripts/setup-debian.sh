@@ -5,11 +5,10 @@ set -euo pipefail
 
 pakete=(
   build-essential cmake
-  qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite libqt5svg5
+  qtbase5-dev qttools5-dev qttools5-dev-tools libqt5sql5-sqlite libqt5svg5 libqt5charts5-dev
   qttranslations5-l10n
   pkg-config libmosquitto-dev mosquitto mosquitto-clients
   xvfb xauth imagemagick iproute2 util-linux fonts-dejavu-core
-  mosquitto mosquitto-clients libmosquitto-dev
 )
 if [ "${1:-}" = paket ]; then
   pakete+=(dpkg-dev fakeroot file lintian appstream desktop-file-utils debootstrap)

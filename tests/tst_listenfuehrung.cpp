@@ -3,10 +3,12 @@
 
 #include "app/game/dockreizung.h"
 #include "app/mainwindow.h"
+#include "core/service/listendienst.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
 
+#include <QtCharts>
 #include <QtWidgets>
 
 using namespace TestProtokoll;
@@ -49,6 +51,8 @@ private slots:
     void wartezeit();
     void korrigieren();
     void reizungsDock();
+    void verlauf_data();
+    void verlauf();
 };
 
 void TstListenfuehrung::zusaetze_data()
@@ -276,6 +280,57 @@ void TstListenfuehrung::reizungsDock()
     klick(&fenster, "pbReizung");
     bieten("Abbruch");
     QCOMPARE(text(&fenster, "leReizwert"), QString());
+}
+
+void TstListenfuehrung::verlauf_data()
+{
+    QTest::addColumn<int>("modus");
+    QTest::addColumn<bool>("fabian");
+    QTest::newRow("Turnier") << 0 << false;
+    QTest::newRow("Turnier, Fabian") << 0 << true;
+    QTest::newRow("Bierlachs, mehrere Runden") << 2 << false;
+}
+
+// The chart of the evening: a line per seat, named by its player, ending
+// where its score field stands, also after a correction and a deletion.
+void TstListenfuehrung::verlauf()
+{
+    QFETCH(int, modus);
+    QFETCH(bool, fabian);
+    QVERIFY(anlegen(4, 48, modus));
+    QStringList statements{"UPDATE Settings SET BlPunkte=60"};
+    for (const SpielEintrag &e : abend(12, 4))
+        statements << Sql::spielEinfuegen(e);
+    QVERIFY(sql(statements));
+    einstellungen().setValue("spielstandmitfabianpunkten", fabian);
+    MainWindow fenster;
+    MeldungsBeantworter antworten;
+    const QList<QtCharts::QAbstractSeries *> linien =
+        kind<QtCharts::QChartView>(&fenster, "chartSpielverlauf")->chart()->series();
+    QCOMPARE(linien.size(), 4);
+    const auto pruefen = [&](int anzahl) {
+        for (int sitz = 0; sitz < 4; ++sitz) {
+            const auto *linie = static_cast<QtCharts::QLineSeries *>(linien.at(sitz));
+            // "Name: 143-G1-V0", in a Bierlachs evening "Name: 41 G1 V0".
+            const QString feld =
+                text(&fenster, qPrintable(QStringLiteral("lePunkte%1").arg(sitz + 1)));
+            QCOMPARE(linie->count(), anzahl);
+            QCOMPARE(linie->name(), feld.section(": ", 0, 0));
+            QCOMPARE(
+                linie->at(anzahl - 1),
+                QPointF(anzahl,
+                        feld.section(": ", 1).section(QRegularExpression("[ -]G"), 0, 0).toInt()));
+        }
+    };
+    pruefen(12);
+    QVERIFY(modus != 2 || kind<QComboBox>(&fenster, "cmbBierlachs")->count() > 2);
+    auto *dienst = fenster.findChild<ListenDienst *>();
+    SpielEintrag spiel = *dienst->spiel(12);
+    spiel.setze(SpielEintrag::Spieler1, spiel.spielerWert(0) - 48);
+    QVERIFY(dienst->spielAendern(spiel).ok());
+    pruefen(12);
+    QVERIFY(dienst->spielEntfernen(2).ok());
+    pruefen(11);
 }
 
 KARTULO_TEST_MAIN(TstListenfuehrung)

@@ -64,6 +64,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
     m_stand = new StandSteuerung(this, *m_dienst, *m_einstellungen);
     m_modus = new ModusSteuerung(this, *m_dienst, *m_einstellungen);
     m_blatt = new BlattSteuerung(this, ui->tabSpieleListe, *m_dienst, *m_einstellungen);
+    m_verlauf = new VerlaufSteuerung(this, *m_dienst, *m_einstellungen);
     m_dateien = new DateiSteuerung(this, m_grosserBildschirm, *m_dienst, *m_einstellungen);
     m_client = new Client(Empfang::tischProgramm(), this);
     m_netz = new NetzSteuerung(this, *m_dienst, *m_einstellungen, *m_paarung, *m_client);
@@ -89,9 +90,9 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent), ui(new Ui::MainWi
 MainWindow::~MainWindow()
 {
     // The parts show the list, so they go before it.
-    for (QObject *teil :
-         std::initializer_list<QObject *>{m_zweit, m_rang, m_verbindung, m_netz, m_dateien, m_blatt,
-                                          m_modus, m_stand, m_eintrag, m_sitze, m_kopf})
+    for (QObject *teil : std::initializer_list<QObject *>{m_zweit, m_rang, m_verbindung, m_netz,
+                                                          m_dateien, m_verlauf, m_blatt, m_modus,
+                                                          m_stand, m_eintrag, m_sitze, m_kopf})
         delete teil;
 }
 
@@ -163,6 +164,7 @@ void MainWindow::teileEinsetzen()
     ui->glEinstellungen->addWidget(m_sitze->gruppe(), 0, 1);
     m_eintrag->spielstandEinsetzen(m_stand->anzeige());
     m_blatt->rundenwahlEinsetzen(m_stand->rundenWahl());
+    m_eintrag->verlaufEinsetzen(m_verlauf->anzeige());
     m_leiste->teileEinsetzen(m_eintrag->reizungKnopf(), m_eintrag->reizwertFeld(),
                              m_modus->modusLabel(), m_modus->meldungsFeld());
     statusBar()->addPermanentWidget(m_verbindung->anzeige());

@@ -15,6 +15,7 @@
 #include "app/players/sitzsteuerung.h"
 #include "app/ranking/ranglistensteuerung.h"
 #include "app/sheets/blattsteuerung.h"
+#include "app/sheets/verlaufsteuerung.h"
 #include "app/standings/modussteuerung.h"
 #include "app/standings/standsteuerung.h"
 #include "app/widgets/seite.h"
@@ -227,6 +228,7 @@ private:
     StandSteuerung *m_stand;
     ModusSteuerung *m_modus;
     BlattSteuerung *m_blatt;
+    VerlaufSteuerung *m_verlauf;
     DateiSteuerung *m_dateien;
     NetzSteuerung *m_netz;
     VerbindungsSteuerung *m_verbindung;

@@ -142,6 +142,13 @@ void EintragSteuerung::spielstandEinsetzen(QWidget *anzeige)
     m_ui->vlSpieleintrag->addWidget(anzeige);
 }
 
+void EintragSteuerung::verlaufEinsetzen(QWidget *anzeige)
+{
+    m_uebersichtUi->splUebersicht->addWidget(anzeige);
+    m_uebersichtUi->splUebersicht->setStretchFactor(0, 2);
+    m_uebersichtUi->splUebersicht->setStretchFactor(1, 1);
+}
+
 void EintragSteuerung::kopfZeigen()
 {
     const ListenKopf &kopf = m_dienst.kopf();

@@ -48,6 +48,8 @@ public:
     QLineEdit *reizwertFeld() const { return m_leReizwert; }
     // Shows the standings below the panel.
     void spielstandEinsetzen(QWidget *anzeige);
+    // Shows the chart of the evening below the overview's table, which keeps the larger part.
+    void verlaufEinsetzen(QWidget *anzeige);
 
     void onFertig();
     void onSchneider(bool gesetzt);

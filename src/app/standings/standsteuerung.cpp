@@ -120,10 +120,8 @@ void StandSteuerung::aktualisieren()
         return;
     }
     const Bilanzen bilanzen = Spielstand::bilanzen(m_dienst.spiele(), spieler);
-    const bool fabian = kopf.modus == Spielmodus::Turnier && m_einstellungen.mitFabianpunkten();
-    const KostenWerte &k = m_einstellungen.kosten();
-    const FabianFaktoren faktoren{k.gewSpieleMinusVerlSpiele, k.verlSpieleDerGegenSpieler3,
-                                  k.verlSpieleDerGegenSpieler4};
+    const bool fabian = m_einstellungen.fabianFuer(kopf.modus);
+    const FabianFaktoren faktoren = m_einstellungen.fabianFaktoren();
     QStringList texte;
     for (int sitz = 0; sitz < 4; ++sitz)
         texte << Spielstand::zeile(m_dienst.teilnehmerName(sitz),

@@ -1,5 +1,7 @@
 #include "core/service/einstellungen.h"
 
+#include "core/standings/spielmodus.h"
+
 #include <QStandardPaths>
 
 #include <array>
@@ -156,6 +158,17 @@ void Einstellungen::vereinsnameSetzen(const QString &name)
 bool Einstellungen::mitFabianpunkten() const
 {
     return m_store.value(QStringLiteral("spielstandmitfabianpunkten"), true).toBool();
+}
+
+bool Einstellungen::fabianFuer(int modus) const
+{
+    return modus == Spielmodus::Turnier && mitFabianpunkten();
+}
+
+FabianFaktoren Einstellungen::fabianFaktoren() const
+{
+    return {m_kosten.gewSpieleMinusVerlSpiele, m_kosten.verlSpieleDerGegenSpieler3,
+            m_kosten.verlSpieleDerGegenSpieler4};
 }
 
 void Einstellungen::mitFabianpunktenSetzen(bool fabian)

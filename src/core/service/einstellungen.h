@@ -63,6 +63,10 @@ public:
 
     // Standings in a tournament as Seeger-Fabian points; true when the key is missing.
     bool mitFabianpunkten() const;
+    // Whether a list in that mode shows Seeger-Fabian points: tournaments only, when so set.
+    bool fabianFuer(int modus) const;
+    // The account's factors of the Seeger-Fabian score.
+    FabianFaktoren fabianFaktoren() const;
     void mitFabianpunktenSetzen(bool fabian);
     // Interval of the backup copy; 5 minutes when the key is missing.
     int sicherheitskopieIntervallMs() const;

@@ -35,6 +35,22 @@ Bilanzen Spielstand::bilanzen(const QVector<SpielEintrag> &spiele, int spieler)
     return b;
 }
 
+QVector<Stand> Spielstand::verlauf(const QVector<SpielEintrag> &spiele, int spieler, bool mitFabian,
+                                   const FabianFaktoren &f)
+{
+    QVector<Stand> ergebnis;
+    ergebnis.reserve(spiele.size());
+    Bilanzen b{};
+    for (const SpielEintrag &spiel : spiele) {
+        zaehlen(b, spiel, spieler);
+        Stand stand{};
+        for (int sitz = 0; sitz < 4; ++sitz)
+            stand[static_cast<size_t>(sitz)] = angezeigt(b, sitz, spieler, mitFabian, f);
+        ergebnis.append(stand);
+    }
+    return ergebnis;
+}
+
 int Spielstand::angezeigt(const Bilanzen &b, int sitz, int spieler, bool mitFabian,
                           const FabianFaktoren &f)
 {
@@ -99,6 +115,29 @@ QVector<BierlachsRunde> Bierlachs::runden(const QVector<SpielEintrag> &spiele, i
         }
     }
     ergebnis.append(runde);
+    return ergebnis;
+}
+
+QVector<Stand> Bierlachs::verlauf(const QVector<SpielEintrag> &spiele, int spieler, int maxPunkte)
+{
+    const QVector<BierlachsRunde> alle = runden(spiele, spieler, maxPunkte);
+    QVector<Stand> ergebnis;
+    ergebnis.reserve(spiele.size());
+    int index = 0;
+    BierlachsRunde runde;
+    for (const SpielEintrag &spiel : spiele) {
+        zaehlen(runde.bilanz, spiel, spieler);
+        Stand stand{};
+        for (int sitz = 0; sitz < sitze(spieler); ++sitz)
+            stand[static_cast<size_t>(sitz)] = rest(runde, sitz, maxPunkte);
+        ergebnis.append(stand);
+        // The round's last game: the next one starts from the maximum again.
+        if (index < alle.size() && alle.at(index).beendet &&
+            spiel[SpielEintrag::Zeile] == alle.at(index).letzteZeile) {
+            ++index;
+            runde = BierlachsRunde();
+        }
+    }
     return ergebnis;
 }
 

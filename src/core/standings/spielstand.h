@@ -22,6 +22,9 @@ struct SitzBilanz
 // Index = seat 0..3.
 using Bilanzen = std::array<SitzBilanz, 4>;
 
+// Each seat's shown score after one game, index = seat 0..3.
+using Stand = std::array<int, 4>;
+
 // A seat's Seeger-Fabian score: its points, the won-minus-lost term and the
 // term for the games its opponents lost, with the two factors in force.
 struct FabianWertung
@@ -59,6 +62,10 @@ public:
 
     // The seat's line for its score field: "Name: score-Gwon-Vlost".
     static QString zeile(const QString &name, int angezeigt, const SitzBilanz &bilanz);
+
+    // The shown scores after each game in turn, as angezeigt() gives them.
+    static QVector<Stand> verlauf(const QVector<SpielEintrag> &spiele, int spieler, bool mitFabian,
+                                  const FabianFaktoren &f);
 };
 
 // One round of a Bierlachs evening.
@@ -95,4 +102,8 @@ public:
 
     // The seat's line in Bierlachs mode: "Name: rest Gwon Vlost".
     static QString zeile(const QString &name, int rest, const SitzBilanz &bilanz);
+
+    // The points each seat has left after each game in turn; every seat
+    // starts again at the maximum with the first game of a new round.
+    static QVector<Stand> verlauf(const QVector<SpielEintrag> &spiele, int spieler, int maxPunkte);
 };

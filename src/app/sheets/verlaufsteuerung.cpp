@@ -1,0 +1,145 @@
+#include "app/sheets/verlaufsteuerung.h"
+
+#include "app/sheets/pdfexport.h"
+#include "core/service/einstellungen.h"
+#include "core/service/listendienst.h"
+#include "core/standings/spielmodus.h"
+#include "core/standings/spielstand.h"
+
+#include <QGraphicsLayout>
+#include <QHBoxLayout>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QtCharts/QChartView>
+#include <QtCharts/QLineSeries>
+#include <QtCharts/QValueAxis>
+
+#include <algorithm>
+
+using namespace QtCharts;
+
+namespace {
+
+// Dark enough on white paper and bright enough on a washed-out projector.
+const QColor Farben[] = {QColor(0x00, 0x5a, 0xb5), QColor(0xdc, 0x32, 0x20),
+                         QColor(0x1a, 0x85, 0x1a), QColor(0x8e, 0x3c, 0xb0)};
+
+} // namespace
+
+VerlaufSteuerung::VerlaufSteuerung(QObject *parent, ListenDienst &dienst,
+                                   const Einstellungen &einstellungen)
+    : QObject(parent), m_dienst(dienst), m_einstellungen(einstellungen), m_anzeige(new QWidget),
+      m_chart(new QChart), m_achseX(new QValueAxis), m_achseY(new QValueAxis)
+{
+    m_ansicht = new QChartView(m_chart, m_anzeige);
+    m_ansicht->setObjectName(QStringLiteral("chartSpielverlauf"));
+    m_ansicht->setRenderHint(QPainter::Antialiasing);
+    m_ansicht->setMinimumHeight(150);
+    m_chart->setMargins(QMargins(4, 0, 4, 0));
+    m_chart->layout()->setContentsMargins(0, 0, 0, 0);
+    m_chart->setBackgroundRoundness(0);
+    // One row of names above the lines: height is what a tablet lacks.
+    m_chart->legend()->setAlignment(Qt::AlignTop);
+    m_achseX->setLabelFormat(QStringLiteral("%d"));
+    m_achseY->setLabelFormat(QStringLiteral("%d"));
+    m_achseY->setTickCount(3);
+    m_chart->addAxis(m_achseX, Qt::AlignBottom);
+    m_chart->addAxis(m_achseY, Qt::AlignLeft);
+    for (const QColor &farbe : Farben) {
+        auto *linie = new QLineSeries(m_chart);
+        linie->setPen(QPen(farbe, 3));
+        m_chart->addSeries(linie);
+        linie->attachAxis(m_achseX);
+        linie->attachAxis(m_achseY);
+        m_linien.append(linie);
+    }
+    auto *knopf = new QPushButton(QStringLiteral("Verlauf speichern"), m_anzeige);
+    knopf->setObjectName(QStringLiteral("pbVerlaufSpeichern"));
+    connect(knopf, &QPushButton::clicked, this, &VerlaufSteuerung::verlaufSpeichern);
+    auto *layout = new QHBoxLayout(m_anzeige);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_ansicht, 1);
+    layout->addWidget(knopf, 0, Qt::AlignBottom);
+    connect(&m_dienst, &ListenDienst::geaendert, this, &VerlaufSteuerung::listeGeaendert);
+}
+
+VerlaufSteuerung::~VerlaufSteuerung() = default;
+
+void VerlaufSteuerung::listeGeaendert(const ListenAenderung &aenderung)
+{
+    if (aenderung.art != ListenAenderung::Register)
+        aktualisieren();
+}
+
+void VerlaufSteuerung::aktualisieren()
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    const int spieler = m_dienst.listenTyp();
+    const QVector<Stand> staende =
+        kopf.modus == Spielmodus::Bierlachs
+            ? Bierlachs::verlauf(m_dienst.spiele(), spieler, kopf.blPunkte)
+            : Spielstand::verlauf(m_dienst.spiele(), spieler,
+                                  m_einstellungen.fabianFuer(kopf.modus),
+                                  m_einstellungen.fabianFaktoren());
+    int unten = 0;
+    int oben = 0;
+    for (int sitz = 0; sitz < m_linien.size(); ++sitz) {
+        QLineSeries *linie = m_linien.at(sitz);
+        linie->setVisible(sitz < spieler);
+        linie->setName(m_dienst.teilnehmerName(sitz));
+        QVector<QPointF> punkte;
+        punkte.reserve(staende.size());
+        for (int spiel = 0; spiel < staende.size(); ++spiel) {
+            const int wert = staende.at(spiel)[static_cast<size_t>(sitz)];
+            punkte.append(QPointF(spiel + 1, wert));
+            if (sitz < spieler) {
+                unten = std::min(unten, wert);
+                oben = std::max(oben, wert);
+            }
+        }
+        linie->replace(punkte);
+    }
+    // The names in the window's font, which is larger on a tablet; the numbers a
+    // little smaller, so three of them fit the height the table leaves.
+    const QFont schrift = m_ansicht->font();
+    QFont zahlen = schrift;
+    zahlen.setPointSizeF(QFontInfo(schrift).pointSizeF() * 0.8);
+    m_chart->legend()->setFont(schrift);
+    m_achseX->setLabelsFont(zahlen);
+    m_achseY->setLabelsFont(zahlen);
+    m_achseX->setRange(1, std::max(2, staende.size()));
+    m_achseX->setTickCount(std::min(11, std::max(2, staende.size())));
+    const int rand = std::max(10, (oben - unten) / 20);
+    m_achseY->setRange(unten - rand, oben + rand);
+}
+
+QString VerlaufSteuerung::speichern(const QString &pfad) const
+{
+    QSaveFile datei(pfad);
+    if (!datei.open(QIODevice::WriteOnly))
+        return datei.errorString();
+    if (!m_ansicht->grab().save(&datei, "PNG")) {
+        datei.cancelWriting();
+        return QStringLiteral("Das Bild konnte nicht erzeugt werden.");
+    }
+    if (!datei.commit())
+        return datei.errorString();
+    return QString();
+}
+
+void VerlaufSteuerung::verlaufSpeichern()
+{
+    const ListenKopf &kopf = m_dienst.kopf();
+    QString name = pdfDateiName(kopf.datum, kopf.serie, kopf.tischNr);
+    name.replace(QLatin1String(".pdf"), QLatin1String("_Verlauf.png"));
+    const QString pfad = QStringLiteral("%1/%2").arg(m_dienst.datenVerzeichnis(), name);
+    if (const QString grund = speichern(pfad); !grund.isEmpty()) {
+        QMessageBox::warning(
+            m_anzeige, QStringLiteral("WARNUNG"),
+            QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden:\n%2").arg(pfad, grund));
+        return;
+    }
+    QMessageBox::information(m_anzeige, QStringLiteral("INFO"),
+                             QStringLiteral("Datei %1 abgespeichert!").arg(pfad));
+}
