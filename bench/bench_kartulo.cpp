@@ -11,6 +11,7 @@
 // starts itself again for the other side of the link and for the memory case.
 
 #include "app/mainwindow.h"
+#include "app/sheets/verlaufsteuerung.h"
 #include "core/db/statements.h"
 #include "core/files/xmlprotokoll.h"
 #include "core/game/spielwert.h"
@@ -28,6 +29,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QSet>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTextStream>
 #include <QTimer>
@@ -171,6 +173,20 @@ Ergebnis starten()
             fenster->show();
         });
     return e;
+}
+
+// What every change of a long list costs the chart, drawn on the page in view.
+Ergebnis verlauf()
+{
+    listeAnlegen(4, 1000, 1010, 1);
+    MainWindow fenster;
+    fenster.show();
+    fenster.findChild<QTabWidget *>()->setCurrentIndex(1);
+    auto *verlauf = fenster.findChild<VerlaufSteuerung *>();
+    pruefen(verlauf != nullptr, "verlauf");
+    return messen(
+        QStringLiteral("Spielverlauf nachziehen, 1000 Spiele"), 2, 9, [] {},
+        [&] { verlauf->aktualisieren(); });
 }
 
 Ergebnis pdf()
@@ -547,7 +563,7 @@ int main(int argc, char *argv[])
     QVector<Ergebnis> ergebnisse{eintragen(48, 5), eintragen(1000, 16), loeschen(),    starten(),
                                  prozessStart(),   spielwerte(),        nachrichten(), flut()};
     ergebnisse << rundlauf();
-    ergebnisse << abend() << xmlLaden() << sicherheitskopie() << pdf() << speicher();
+    ergebnisse << abend() << verlauf() << xmlLaden() << sicherheitskopie() << pdf() << speicher();
 
     return tabelleAusgeben(ergebnisse);
 }

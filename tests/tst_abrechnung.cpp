@@ -146,6 +146,15 @@ void TstAbrechnung::spielstand()
     }
     QTEST(alsText(punkte), "punkte");
     QTEST(alsText(fabian), "fabian");
+    // Each point of the chart is what the fields showed after that game.
+    const QVector<Stand> verlauf = Spielstand::verlauf(spiele, spieler, true, f);
+    QCOMPARE(verlauf.size(), spiele.size());
+    for (int n = 1; n <= spiele.size(); ++n) {
+        const Bilanzen bisher = Spielstand::bilanzen(spiele.mid(0, n), spieler);
+        for (int sitz = 0; sitz < 4; ++sitz)
+            QCOMPARE(verlauf.at(n - 1)[sitz],
+                     Spielstand::angezeigt(bisher, sitz, spieler, true, f));
+    }
     QCOMPARE(Spielstand::angezeigt(b, -1, spieler, true, f), 0);
     QCOMPARE(Spielstand::angezeigt(b, 4, 4, true, f), 0);
     // The seat's line shows the score handed in; a "%" in a name is the name's.
@@ -192,8 +201,16 @@ void TstAbrechnung::bierlachsRunden()
     QFETCH(int, spieler);
     QFETCH(int, maxPunkte);
     QStringList runden;
-    for (const BierlachsRunde &runde : Bierlachs::runden(spiele, spieler, maxPunkte))
+    const QVector<Stand> verlauf = Bierlachs::verlauf(spiele, spieler, maxPunkte);
+    QCOMPARE(verlauf.size(), spiele.size());
+    for (const BierlachsRunde &runde : Bierlachs::runden(spiele, spieler, maxPunkte)) {
         runden << alsText(runde, spieler, maxPunkte);
+        // The chart's point at a round's last game is what the round leaves each seat.
+        for (int i = 0; i < spiele.size(); ++i)
+            for (int sitz = 0;
+                 sitz < spieler && spiele.at(i)[SpielEintrag::Zeile] == runde.letzteZeile; ++sitz)
+                QCOMPARE(verlauf.at(i)[sitz], Bierlachs::rest(runde, sitz, maxPunkte));
+    }
     QTEST(runden, "erwartet");
     QCOMPARE(Bierlachs::zeile(QStringLiteral("Bert %1"), -8, {12, 3, 999}),
              QStringLiteral("Bert %1: -8 G12 V3"));

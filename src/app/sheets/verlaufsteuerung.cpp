@@ -35,6 +35,10 @@ VerlaufSteuerung::VerlaufSteuerung(QObject *parent, ListenDienst &dienst,
     m_ansicht = new QChartView(m_chart, m_anzeige);
     m_ansicht->setObjectName(QStringLiteral("chartSpielverlauf"));
     m_ansicht->setRenderHint(QPainter::Antialiasing);
+    // Redrawn after every game: the view keeps no state it does not need.
+    m_ansicht->setOptimizationFlags(QGraphicsView::DontSavePainterState |
+                                    QGraphicsView::DontAdjustForAntialiasing);
+    m_ansicht->scene()->setItemIndexMethod(QGraphicsScene::NoIndex);
     m_ansicht->setMinimumHeight(150);
     m_chart->setMargins(QMargins(4, 0, 4, 0));
     m_chart->layout()->setContentsMargins(0, 0, 0, 0);
@@ -48,7 +52,7 @@ VerlaufSteuerung::VerlaufSteuerung(QObject *parent, ListenDienst &dienst,
     m_chart->addAxis(m_achseY, Qt::AlignLeft);
     for (const QColor &farbe : Farben) {
         auto *linie = new QLineSeries(m_chart);
-        linie->setPen(QPen(farbe, 3));
+        linie->setPen(QPen(farbe, 2));
         m_chart->addSeries(linie);
         linie->attachAxis(m_achseX);
         linie->attachAxis(m_achseY);
@@ -62,18 +66,49 @@ VerlaufSteuerung::VerlaufSteuerung(QObject *parent, ListenDienst &dienst,
     layout->addWidget(m_ansicht, 1);
     layout->addWidget(knopf, 0, Qt::AlignBottom);
     connect(&m_dienst, &ListenDienst::geaendert, this, &VerlaufSteuerung::listeGeaendert);
+    m_ansicht->installEventFilter(this);
 }
 
 VerlaufSteuerung::~VerlaufSteuerung() = default;
 
 void VerlaufSteuerung::listeGeaendert(const ListenAenderung &aenderung)
 {
-    if (aenderung.art != ListenAenderung::Register)
+    if (aenderung.art == ListenAenderung::Register)
+        return;
+    // Drawn when seen: entering games on the panel costs the chart nothing.
+    m_veraltet = true;
+    if (m_ansicht->isVisible())
         aktualisieren();
+}
+
+bool VerlaufSteuerung::eventFilter(QObject *objekt, QEvent *ereignis)
+{
+    if (ereignis->type() == QEvent::Show && m_veraltet)
+        aktualisieren();
+    else if (ereignis->type() == QEvent::FontChange)
+        schriftSetzen();
+    return QObject::eventFilter(objekt, ereignis);
+}
+
+void VerlaufSteuerung::schriftSetzen()
+{
+    // The names in the window's font, which is larger on a tablet; the numbers a
+    // little smaller, so three of them fit the height the table leaves.
+    const QFont schrift = m_ansicht->font();
+    if (schrift == m_schrift)
+        return;
+    m_schrift = schrift;
+    QFont zahlen = schrift;
+    zahlen.setPointSizeF(QFontInfo(schrift).pointSizeF() * 0.8);
+    m_chart->legend()->setFont(schrift);
+    m_achseX->setLabelsFont(zahlen);
+    m_achseY->setLabelsFont(zahlen);
 }
 
 void VerlaufSteuerung::aktualisieren()
 {
+    m_veraltet = false;
+    schriftSetzen();
     const ListenKopf &kopf = m_dienst.kopf();
     const int spieler = m_dienst.listenTyp();
     const QVector<Stand> staende =
@@ -86,13 +121,21 @@ void VerlaufSteuerung::aktualisieren()
     int oben = 0;
     for (int sitz = 0; sitz < m_linien.size(); ++sitz) {
         QLineSeries *linie = m_linien.at(sitz);
-        linie->setVisible(sitz < spieler);
-        linie->setName(m_dienst.teilnehmerName(sitz));
+        if (linie->isVisible() != (sitz < spieler))
+            linie->setVisible(sitz < spieler);
+        if (linie->name() != m_dienst.teilnehmerName(sitz))
+            linie->setName(m_dienst.teilnehmerName(sitz));
         QVector<QPointF> punkte;
         punkte.reserve(staende.size());
         for (int spiel = 0; spiel < staende.size(); ++spiel) {
             const int wert = staende.at(spiel)[static_cast<size_t>(sitz)];
-            punkte.append(QPointF(spiel + 1, wert));
+            // The inner points of a level stretch draw nothing; a seat's score stays
+            // level in most games, and every point costs when the line is laid out.
+            const int n = punkte.size();
+            if (n >= 2 && punkte.at(n - 1).y() == wert && punkte.at(n - 2).y() == wert)
+                punkte[n - 1].setX(spiel + 1);
+            else
+                punkte.append(QPointF(spiel + 1, wert));
             if (sitz < spieler) {
                 unten = std::min(unten, wert);
                 oben = std::max(oben, wert);
@@ -100,14 +143,6 @@ void VerlaufSteuerung::aktualisieren()
         }
         linie->replace(punkte);
     }
-    // The names in the window's font, which is larger on a tablet; the numbers a
-    // little smaller, so three of them fit the height the table leaves.
-    const QFont schrift = m_ansicht->font();
-    QFont zahlen = schrift;
-    zahlen.setPointSizeF(QFontInfo(schrift).pointSizeF() * 0.8);
-    m_chart->legend()->setFont(schrift);
-    m_achseX->setLabelsFont(zahlen);
-    m_achseY->setLabelsFont(zahlen);
     m_achseX->setRange(1, std::max(2, staende.size()));
     m_achseX->setTickCount(std::min(11, std::max(2, staende.size())));
     const int rand = std::max(10, (oben - unten) / 20);

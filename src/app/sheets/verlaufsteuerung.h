@@ -32,11 +32,15 @@ public:
     QWidget *anzeige() const { return m_anzeige; }
     // Draws the lines anew from the list.
     void aktualisieren();
+
+protected:
+    bool eventFilter(QObject *objekt, QEvent *ereignis) override;
     // "Verlauf speichern": the chart as a PNG beside the sheet's PDF.
     void verlaufSpeichern();
 
 private:
     void listeGeaendert(const ListenAenderung &aenderung);
+    void schriftSetzen();
     // Writes the chart as it is shown; the reason when it could not.
     QString speichern(const QString &pfad) const;
 
@@ -48,4 +52,6 @@ private:
     QList<QtCharts::QLineSeries *> m_linien;
     QtCharts::QValueAxis *m_achseX;
     QtCharts::QValueAxis *m_achseY;
+    QFont m_schrift;
+    bool m_veraltet = true;
 };
