@@ -18,3 +18,4 @@ scripts/netns.sh xvfb-run -a -s "-screen 0 1280x800x24" \
 cp "$ziel/1280x800-tabSpieleintrag.png" docs/screenshot-spieleintrag.png
 cp "$ziel/1280x800-tabSpieleListe.png" docs/screenshot-spieleliste.png
 cp "$ziel/1280x800-tabEinstellungen.png" docs/screenshot-teilnehmer.png
+cp "$ziel/1280x800-tabUebersicht.png" docs/screenshot-uebersicht.png

@@ -92,7 +92,7 @@ const char *const AndereTische[] = {
 
 // The guide's picture of each page, by the name the guide uses.
 const QMap<QString, QString> LeitfadenBilder = {
-    {"tabSpieleintrag", "spieleintrag"},  {"tabNeu", "neu"},
+    {"tabSpieleintrag", "spieleintrag"},  {"tabNeu", "neu"}, {"tabUebersicht", "uebersicht"},
     {"tabSpieleListe", "spieleliste"},    {"tabSpielstaende", "spielstaende"},
     {"tabBeschreibung", "beschreibung"},  {"leinwand", "leinwand"},
     {"DlgSettings", "einstellungsdialog"}};
