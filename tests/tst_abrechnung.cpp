@@ -367,6 +367,12 @@ void TstAbrechnung::zeitlimit()
                    QLatin1String(zustand[a.zustand]),
                    QLatin1String(Zeitlimit::fortsetzen(jetzt, stop) ? "weiter" : "vorbei")),
           "anzeige");
+    // The next step falls on the stop time less whole five minutes, to the millisecond.
+    for (const QTime &von : {jetzt, jetzt.addMSecs(250)}) {
+        const int warten = Zeitlimit::bisSchrittMs(von, stop);
+        QVERIFY(warten > 0 && warten <= 300000);
+        QCOMPARE(von.addMSecs(warten).msecsTo(stop) % 300000, 0);
+    }
     // The stop time is kept as "hh:mm", so a restart resumes exactly the countdown that ran;
     // anything else stored ("openend", a hand edit) means none.
     QCOMPARE(Zeitlimit::alsText(Zeitlimit::stopZeit(jetzt, 90)),

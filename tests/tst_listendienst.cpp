@@ -183,6 +183,9 @@ void TstListenDienst::oeffnen()
             // A reset only looks again, and tells the scorer to move the file aside.
             QVERIFY(dienst.zuruecksetzen().ok() && !dienst.benutzbar());
             QVERIFY(dienst.fehlerText().contains(QLatin1String("beiseite")));
+        } else if (zustand == Zustand::OhneSpieler) {
+            // Games without a registry stay in the file, but are no list to continue.
+            QVERIFY(dienst.spiele().isEmpty());
         } else {
             QCOMPARE(imSpeicher(dienst), gespeichert(false));
         }
@@ -202,21 +205,24 @@ void TstListenDienst::oeffnen()
         QCOMPARE(datei.readAll(), inhalt);
 }
 
-// A first start that died while it made the tables left some of them: the others are
-// made, and the list can be kept.
+// A first start that died while it made the tables, or another hand, left some of them: the
+// others are made, a new list archives the games found, and the list can be kept.
 void TstListenDienst::halbAngelegt()
 {
-    QVERIFY(sql({Sql::CreateSpielListe}));
+    QVERIFY(sql({Sql::CreateSpielListe, Sql::spielEinfuegen(TestProtokoll::abend(1, 3).first())}));
     ListenDienst dienst(TestUmgebung::datenVerzeichnis(), m_einstellungen);
     QCOMPARE(dienst.oeffnen(), Zustand::OhneSpieler);
     QVERIFY(dienst.neuesProtokoll(1, 1, QStringList{"Eva", "Fritz", "Gerd"}).ok());
     QCOMPARE(zeilen("Spieler"), 3);
+    QCOMPARE(QDir(dienst.archivVerzeichnis()).entryList(QDir::Files).size(), 1);
 }
 
 void TstListenDienst::eintragen()
 {
     QVERIFY(anlegen(4, 48));
-    QVERIFY(sql({"DELETE FROM Settings", "DELETE FROM Teilnehmer WHERE Name = 'Dora'"}));
+    // A game an earlier list left without a registry goes to the archive, not into this list.
+    QVERIFY(sql({"DELETE FROM Settings", "DELETE FROM Teilnehmer WHERE Name = 'Dora'",
+                 "DELETE FROM Spieler", Sql::spielEinfuegen(TestProtokoll::abend(1, 4).first())}));
     Offen dienst(m_einstellungen);
     QVERIFY(dienst.listenTypSetzen(4).ok());
     QVERIFY(dienst.serieStarten().ok());
@@ -236,6 +242,7 @@ void TstListenDienst::eintragen()
     QCOMPARE(imSpeicher(dienst), gespeichert(false));
     QCOMPARE(spalte("Settings", "AnzahlSpiele"), QList<int>{48});
     QCOMPARE(zeilen("Teilnehmer"), 4);
+    QCOMPARE(QDir(dienst.archivVerzeichnis()).entryList(QDir::Files).size(), 1);
     QVERIFY(dienst.teilnehmer().last().name == QLatin1String("Dora"));
     // One journal entry per game, with the declarer's and the dealer's name; the next series
     // starts an empty one.

@@ -122,6 +122,10 @@ void TstListenfuehrung::ganzeListe()
     QCOMPARE(text(&fenster, "leSpielBeschreibung"),
              QStringLiteral("%1 Spiele gespielt. ListenEnde.").arg(anzahl));
     QCOMPARE(zeilen("SpielListe"), anzahl);
+    // A new list does not show the last one's text.
+    kind<QAction>(&fenster, "actionNeu")->trigger();
+    klick(&fenster, "pbOk");
+    QCOMPARE(text(&fenster, "leSpielBeschreibung"), QString());
 }
 
 // No declarer, an overbid game and the dealer as declarer are refused on the

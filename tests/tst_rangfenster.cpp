@@ -52,6 +52,8 @@ void TstRangFenster::ergebnisse()
     QCOMPARE(spalte(modell, 0), QStringList({"Otto", "Eva", "Anna", "Bernd", "Clara"}));
     QCOMPARE(spalte(modell, 1), QStringList({"1", "1", "2", "2", "2"}));
     QCOMPARE(spalte(modell, 7), QStringList({"-", "-", "-", "-", "-"}));
+    // A name the stretched column cuts shows whole as the cell's tip.
+    QCOMPARE(modell->index(1, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("Eva"));
     const QColor ungerade = modell->index(0, 0).data(Qt::BackgroundRole).value<QBrush>().color();
     const QColor gerade = modell->index(2, 6).data(Qt::BackgroundRole).value<QBrush>().color();
     QCOMPARE(ungerade, QColor(Qt::cyan));

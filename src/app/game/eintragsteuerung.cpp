@@ -172,6 +172,8 @@ void EintragSteuerung::listeGeaendert(const ListenAenderung &aenderung)
     if (aenderung.art == ListenAenderung::ListeNeu) {
         m_aktuellesSpiel = SpielEintrag();
         korrekturBeenden();
+        // The text told of a game of the list that has gone.
+        m_ui->leSpielBeschreibung->clear();
     }
     // The game on the panel may be gone or have another number now.
     if (aenderung.art == ListenAenderung::SpielEntfernt && m_bearbeitungsModus)

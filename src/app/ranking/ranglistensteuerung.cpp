@@ -73,6 +73,8 @@ QList<QStandardItem *> RanglistenSteuerung::reihe(const RanglistenZeile &z)
     platz->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     reihe << platz;
     reiheFuellen(reihe, z);
+    // The stretched columns cut a long name; the name is the row's key and never changes.
+    reihe.first()->setToolTip(z.name);
     return reihe;
 }
 

@@ -24,8 +24,15 @@ ModusSteuerung::ModusSteuerung(QObject *parent, ListenDienst &dienst, Einstellun
 
     m_restZeitTimer.setParent(this);
     m_restZeitTimer.setObjectName(QStringLiteral("restZeitTimer"));
-    m_restZeitTimer.setInterval(300000);
-    connect(&m_restZeitTimer, &QTimer::timeout, this, &ModusSteuerung::onZeigeRestZeitLimit);
+    // It starts with the wait to the stop time's schedule and then steps with it; to the
+    // millisecond, since a coarse timer may land a second late and show one minute less.
+    m_restZeitTimer.setTimerType(Qt::PreciseTimer);
+    m_restZeitTimer.setInterval(Zeitlimit::schrittMs);
+    connect(&m_restZeitTimer, &QTimer::timeout, this, [this] {
+        if (m_restZeitTimer.interval() != Zeitlimit::schrittMs)
+            m_restZeitTimer.setInterval(Zeitlimit::schrittMs);
+        onZeigeRestZeitLimit();
+    });
     connect(&m_dienst, &ListenDienst::geaendert, this, &ModusSteuerung::listeGeaendert);
 }
 
@@ -141,7 +148,7 @@ void ModusSteuerung::wiederherstellen()
     if (!gespeichert.isValid() || !Zeitlimit::fortsetzen(QTime::currentTime(), gespeichert))
         return;
     m_stopZeit = gespeichert;
-    m_restZeitTimer.start();
+    m_restZeitTimer.start(Zeitlimit::bisSchrittMs(QTime::currentTime(), m_stopZeit));
     onZeigeRestZeitLimit();
 }
 
@@ -162,7 +169,7 @@ void ModusSteuerung::zeitLimitStarten()
 {
     m_stopZeit = Zeitlimit::stopZeit(QTime::currentTime(), m_zeitLimitMinuten);
     restZeitZeigen(QStringLiteral("Verbleibende Zeit %1 Minuten").arg(m_zeitLimitMinuten), false);
-    m_restZeitTimer.start();
+    m_restZeitTimer.start(Zeitlimit::bisSchrittMs(QTime::currentTime(), m_stopZeit));
     m_einstellungen.spielstopzeitSetzen(Zeitlimit::alsText(m_stopZeit));
 }
 

@@ -18,6 +18,14 @@ namespace {
 const QString Ja = QStringLiteral("Ja");
 const QString Nein = QStringLiteral("Nein");
 
+DienstErgebnis xmlSchreiben(const QString &pfad, const XmlDaten &daten)
+{
+    QString grund;
+    if (XmlProtokoll::dateiSchreiben(pfad, XmlProtokoll::schreiben(daten), &grund))
+        return {};
+    return {QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden:\n%2").arg(pfad, grund)};
+}
+
 ListenKopf anfangsKopf()
 {
     ListenKopf kopf;
@@ -103,7 +111,10 @@ ProtokollDatenbank::Zustand ListenDienst::oeffnen()
     m_spiele.clear();
     if (benutzbar()) {
         teilnehmerModellAnlegen();
-        m_spiele = m_db->spiele();
+        // Games without a registry are no list to continue: they stay in the file until
+        // the next list archives them.
+        if (m_zustand == ProtokollDatenbank::Zustand::Gespeichert)
+            m_spiele = m_db->spiele();
         if (const std::optional<ListenKopf> kopf = m_db->kopfLesen())
             m_kopf = *kopf;
     }
@@ -317,11 +328,19 @@ EintragErgebnis ListenDienst::spielEintragen(const SpielEintrag &spiel)
     // A Bierlachs list needs points to play down from.
     if (erstesSpiel && kopf.modus == Spielmodus::Bierlachs && kopf.blPunkte <= 0)
         kopf.blPunkte = 500;
+    // Games an earlier list left in the file go to the archive, not into this one.
+    if (erstesSpiel && benutzbar()) {
+        if (const QString fehler = archivieren(); !fehler.isNull()) {
+            ergebnis.art = EintragErgebnis::Fehler;
+            ergebnis.fehler = fehler;
+            return ergebnis;
+        }
+    }
 
     SpielEintrag neu = spiel;
     neu.setze(SpielEintrag::Zeile, ergebnis.zeile);
     const bool ok = benutzbar() && m_db->transaktion([&] {
-        if (!m_db->einfuegen(neu))
+        if ((erstesSpiel && !m_db->spielListeLeeren()) || !m_db->einfuegen(neu))
             return false;
         return !erstesSpiel || (m_db->kopfSchreiben(kopf) && teilnehmerSpeichern(teilnehmer()));
     });
@@ -492,10 +511,7 @@ XmlDaten ListenDienst::protokollDaten() const
 
 DienstErgebnis ListenDienst::xmlSpeichern(const QString &pfad) const
 {
-    QString grund;
-    if (XmlProtokoll::dateiSchreiben(pfad, XmlProtokoll::schreiben(protokollDaten()), &grund))
-        return {};
-    return {QStringLiteral("Die Datei\n%1\nkann nicht geschrieben werden:\n%2").arg(pfad, grund)};
+    return xmlSchreiben(pfad, protokollDaten());
 }
 
 DienstErgebnis ListenDienst::sicherungSchreiben() const
@@ -511,7 +527,11 @@ QString ListenDienst::archivVerzeichnis() const
 
 QString ListenDienst::archivieren() const
 {
-    if (m_spiele.isEmpty())
+    XmlDaten daten = protokollDaten();
+    // A list that was not restored has left its games in the file.
+    if (daten.spiele.isEmpty())
+        daten.spiele = m_db->spiele();
+    if (daten.spiele.isEmpty())
         return QString();
     const QString verzeichnis = archivVerzeichnis();
     QDir().mkpath(verzeichnis);
@@ -524,7 +544,7 @@ QString ListenDienst::archivieren() const
     QString pfad = stamm + QStringLiteral(".xml");
     for (int nummer = 2; QFileInfo::exists(pfad); ++nummer)
         pfad = QStringLiteral("%1_%2.xml").arg(stamm).arg(nummer);
-    const DienstErgebnis ergebnis = xmlSpeichern(pfad);
+    const DienstErgebnis ergebnis = xmlSchreiben(pfad, daten);
     if (ergebnis.ok())
         return QString();
     return QStringLiteral("Die Liste wird nicht geleert, denn sie kann nicht archiviert "

@@ -78,8 +78,9 @@ public:
                  QObject *parent = nullptr);
     ~ListenDienst() override;
 
-    // Opens kartulo.db and loads what it holds. The list is usable unless the
-    // answer is Unbenutzbar or Fremd; fehler() then says why.
+    // Opens kartulo.db and loads what it holds; games without a registry
+    // (OhneSpieler) stay in the file but not in the list. The list is usable
+    // unless the answer is Unbenutzbar or Fremd; fehler() then says why.
     ProtokollDatenbank::Zustand oeffnen();
     ProtokollDatenbank::Zustand zustand() const { return m_zustand; }
     // Archives the list, drops the tables and opens the empty database again.
@@ -131,8 +132,9 @@ public:
     int spielerHinzufuegen(const SpielerDatensatz &spieler);
 
     // Stores the game as the next row and writes it to the journal. The first
-    // game also stores the header and the participants. A tournament list that
-    // is full refuses it; other lists grow by ten games.
+    // game also stores the header and the participants, and archives games an
+    // earlier list left in the file. A tournament list that is full refuses
+    // it; other lists grow by ten games.
     EintragErgebnis spielEintragen(const SpielEintrag &spiel);
     // Rewrites the stored game with the same number.
     DienstErgebnis spielAendern(const SpielEintrag &spiel);
@@ -168,7 +170,8 @@ signals:
 private:
     void teilnehmerModellAnlegen();
     bool teilnehmerSpeichern(const QVector<Teilnehmer> &teilnehmer);
-    // Writes a list holding games into the archive; the reason when it could not.
+    // Writes a list holding games, or the games the file holds, into the archive;
+    // the reason when it could not.
     QString archivieren() const;
     void listeGeladen();
     void melden(ListenAenderung::Art art, int zeile = 0);

@@ -63,6 +63,14 @@ ZeitAnzeige Zeitlimit::schritt(const QTime &jetzt, const QTime &stopZeit, int li
     return anzeige;
 }
 
+int Zeitlimit::bisSchrittMs(const QTime &jetzt, const QTime &stopZeit)
+{
+    // A whole day is a whole number of steps, so it does not matter on which side of
+    // midnight the stop time lies.
+    const int rest = jetzt.msecsTo(stopZeit) % schrittMs;
+    return rest > 0 ? rest : rest + schrittMs;
+}
+
 bool Zeitlimit::fortsetzen(const QTime &jetzt, const QTime &stopZeit)
 {
     return sekundenBis(jetzt, stopZeit) > 0;

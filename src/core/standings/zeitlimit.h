@@ -24,6 +24,11 @@ struct ZeitAnzeige
 class Zeitlimit
 {
 public:
+    // The countdown steps every five minutes, on the stop time less whole
+    // steps: so tables with one stop time step together, and a restart keeps
+    // the schedule.
+    static constexpr int schrittMs = 5 * 60 * 1000;
+
     // Stop time of a limit started now, to the minute, as the settings store
     // keeps it; so a restart resumes exactly the countdown that was running.
     static QTime stopZeit(const QTime &jetzt, int limitMinuten);
@@ -42,6 +47,9 @@ public:
 
     // One step of the countdown.
     static ZeitAnzeige schritt(const QTime &jetzt, const QTime &stopZeit, int limitMinuten);
+    // Milliseconds from now to the next step, more than 0 and at most one
+    // step: the first wait of a countdown that starts or resumes.
+    static int bisSchrittMs(const QTime &jetzt, const QTime &stopZeit);
 
     // At start-up a stored stop time is resumed only when it still lies ahead.
     static bool fortsetzen(const QTime &jetzt, const QTime &stopZeit);
