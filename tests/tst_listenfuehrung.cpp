@@ -204,6 +204,12 @@ void TstListenfuehrung::wartezeit()
     klick(&fenster, "pbInListeEintragen");
     QVERIFY(!warten->isActive());
     QCOMPARE(spalte("SpielListe", "Spieler2"), QList<int>{22});
+
+    // A game waiting when another list comes is not entered into it.
+    klick(&fenster, "pbFertig");
+    QVERIFY(fenster.findChild<ListenDienst *>()->neuesProtokoll(5, 2, std::nullopt).ok());
+    QVERIFY(!warten->isActive());
+    QVERIFY(!kind<QPushButton>(&fenster, "pbInListeEintragen")->isEnabled());
 }
 
 // A game corrected through the overview comes back on the panel and is stored

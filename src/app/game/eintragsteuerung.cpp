@@ -172,8 +172,10 @@ void EintragSteuerung::listeGeaendert(const ListenAenderung &aenderung)
     if (aenderung.art == ListenAenderung::ListeNeu) {
         m_aktuellesSpiel = SpielEintrag();
         korrekturBeenden();
-        // The text told of a game of the list that has gone.
+        // The text and a game waiting to be entered belong to the list that has gone.
         m_ui->leSpielBeschreibung->clear();
+        m_wartenTimer.stop();
+        m_ui->pbInListeEintragen->setEnabled(false);
     }
     // The game on the panel may be gone or have another number now.
     if (aenderung.art == ListenAenderung::SpielEntfernt && m_bearbeitungsModus)
