@@ -206,7 +206,9 @@ void TstListenfuehrung::wartezeit()
     QCOMPARE(spalte("SpielListe", "Spieler2"), QList<int>{22});
 
     // A game waiting when another list comes is not entered into it.
-    klick(&fenster, "pbFertig");
+    for (const char *name : {"tbPik", "tbMit", "tb1", "tbSpieler2", "pbFertig"})
+        klick(&fenster, name);
+    QVERIFY(warten->isActive());
     QVERIFY(fenster.findChild<ListenDienst *>()->neuesProtokoll(5, 2, std::nullopt).ok());
     QVERIFY(!warten->isActive());
     QVERIFY(!kind<QPushButton>(&fenster, "pbInListeEintragen")->isEnabled());
