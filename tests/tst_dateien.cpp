@@ -58,18 +58,27 @@ QString gelesen(const QByteArray &inhalt)
 
 // The journal of the golden files tests/data/jornal.json and jornal.dat; Bert's Grand was
 // entered without a bid, which comes back as 18.
+SpielEintrag zeile(std::initializer_list<std::pair<S::Spalte, int>> werte)
+{
+    SpielEintrag e;
+    for (const auto &[spalte, wert] : werte)
+        e.setze(spalte, wert);
+    return e;
+}
+
 QVector<JornalEintrag> jornalAbend(bool gelesen)
 {
-    JornalEintrag passe;
-    passe.eingepasst = true;
-    passe.geber = QStringLiteral("Bert");
-    return {{JornalEintrag::Normal, 1, 48, 2, 0, true, false, false, false, false, false, 48, 0, 20,
-             false, "Anna", "Dora"},
-            {JornalEintrag::Geaendert, 2, 48, 0, 1, false, false, false, false, false, false, 0, 96,
-             gelesen ? 18 : 0, false, "Bert", "Anna"},
-            passe,
-            {JornalEintrag::Geloescht, 3, 46, 0, 0, false, false, false, false, false, true, 0, 92,
-             46, false, QStringLiteral(u"J\u00FCrgen"), "Carl"}};
+    return {
+        {JornalEintrag::Normal,
+         zeile({{S::Zeile, 1}, {S::Mit, 2}, {S::Hand, 1}, {S::Gewonnen, 48}, {S::Reizung, 20}}), 48,
+         "Anna", "Dora"},
+        {JornalEintrag::Geaendert,
+         zeile({{S::Zeile, 2}, {S::Ohne, 1}, {S::Verloren, 96}, {S::Reizung, gelesen ? 18 : 0}}),
+         48, "Bert", "Anna"},
+        {JornalEintrag::Normal, zeile({{S::Eingepasst, 1}}), 0, "", "Bert"},
+        {JornalEintrag::Geloescht,
+         zeile({{S::Zeile, 3}, {S::Offen, 1}, {S::Verloren, 92}, {S::Reizung, 46}}), 46,
+         QStringLiteral(u"J\u00FCrgen"), "Carl"}};
 }
 
 } // namespace
@@ -246,12 +255,6 @@ void TstDateien::jornalVorlage()
 // Status and both names are passed through; the rest comes from the stored row.
 void TstDateien::jornalAusSpiel()
 {
-    const auto zeile = [](std::initializer_list<std::pair<S::Spalte, int>> werte) {
-        SpielEintrag e;
-        for (const auto &[spalte, wert] : werte)
-            e.setze(spalte, wert);
-        return e;
-    };
     const SpielEintrag grand =
         zeile({{S::Zeile, 2}, {S::Spiel, 24}, {S::Ohne, 1}, {S::Verloren, 96}, {S::Spieler3, -96}});
     QVERIFY(JornalEintrag::ausSpiel(grand, JornalEintrag::Geaendert, "Bert", "Anna") ==
