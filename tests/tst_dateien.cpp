@@ -11,8 +11,6 @@
 
 namespace {
 
-using S = SpielEintrag;
-
 QByteArray dateiInhalt(const QString &pfad)
 {
     QFile datei(pfad);
@@ -58,27 +56,17 @@ QString gelesen(const QByteArray &inhalt)
 
 // The journal of the golden files tests/data/jornal.json and jornal.dat; Bert's Grand was
 // entered without a bid, which comes back as 18.
-SpielEintrag zeile(std::initializer_list<std::pair<S::Spalte, int>> werte)
-{
-    SpielEintrag e;
-    for (const auto &[spalte, wert] : werte)
-        e.setze(spalte, wert);
-    return e;
-}
-
 QVector<JornalEintrag> jornalAbend(bool gelesen)
 {
-    return {
-        {JornalEintrag::Normal,
-         zeile({{S::Zeile, 1}, {S::Mit, 2}, {S::Hand, 1}, {S::Gewonnen, 48}, {S::Reizung, 20}}), 48,
-         "Anna", "Dora"},
-        {JornalEintrag::Geaendert,
-         zeile({{S::Zeile, 2}, {S::Ohne, 1}, {S::Verloren, 96}, {S::Reizung, gelesen ? 18 : 0}}),
-         48, "Bert", "Anna"},
-        {JornalEintrag::Normal, zeile({{S::Eingepasst, 1}}), 0, "", "Bert"},
-        {JornalEintrag::Geloescht,
-         zeile({{S::Zeile, 3}, {S::Offen, 1}, {S::Verloren, 92}, {S::Reizung, 46}}), 46,
-         QStringLiteral(u"J\u00FCrgen"), "Carl"}};
+    using TestProtokoll::zeile;
+    return {{JornalEintrag::Normal, zeile("Zeile=1 Mit=2 Hand=1 Gewonnen=48 Reizung=20"), 48,
+             "Anna", "Dora"},
+            {JornalEintrag::Geaendert,
+             zeile(QStringLiteral("Zeile=2 Ohne=1 Verloren=96 Reizung=%1").arg(gelesen ? 18 : 0)),
+             48, "Bert", "Anna"},
+            {JornalEintrag::Normal, zeile("Eingepasst=1"), 0, "", "Bert"},
+            {JornalEintrag::Geloescht, zeile("Zeile=3 Offen=1 Verloren=92 Reizung=46"), 46,
+             QStringLiteral(u"J\u00FCrgen"), "Carl"}};
 }
 
 } // namespace
@@ -256,15 +244,11 @@ void TstDateien::jornalVorlage()
 void TstDateien::jornalAusSpiel()
 {
     const SpielEintrag grand =
-        zeile({{S::Zeile, 2}, {S::Spiel, 24}, {S::Ohne, 1}, {S::Verloren, 96}, {S::Spieler3, -96}});
+        TestProtokoll::zeile("Zeile=2 Spiel=24 Ohne=1 Verloren=96 Spieler3=-96");
     QVERIFY(JornalEintrag::ausSpiel(grand, JornalEintrag::Geaendert, "Bert", "Anna") ==
             jornalAbend(false).at(1));
-    const SpielEintrag nullOuvert = zeile({{S::Zeile, 3},
-                                           {S::Spiel, 23},
-                                           {S::Offen, 1},
-                                           {S::Verloren, 92},
-                                           {S::Spieler4, -92},
-                                           {S::Reizung, 46}});
+    const SpielEintrag nullOuvert =
+        TestProtokoll::zeile("Zeile=3 Spiel=23 Offen=1 Verloren=92 Spieler4=-92 Reizung=46");
     QVERIFY(JornalEintrag::ausSpiel(nullOuvert, JornalEintrag::Geloescht,
                                     QStringLiteral(u"J\u00FCrgen"),
                                     "Carl") == jornalAbend(false).at(3));
