@@ -100,7 +100,7 @@ void ZweitlisteSteuerung::kopieEmpfangen(const QStringList &inhalt)
 
 void ZweitlisteSteuerung::CheckRecordGegenRecordVonErsterListe()
 {
-    const int zeile = m_ersteListeZeile.value(2).toInt();
+    const int zeile = m_ersteListeZeile.value(SpielZeile::zeileItem).toInt();
     const std::optional<SpielEintrag> eigenes = m_dienst.spiel(zeile);
     // Not entered here yet: the next row of the first list starts the check again.
     if (!eigenes)
