@@ -106,7 +106,8 @@ void TstNachricht::spielZeile_data()
 }
 
 // Item i is column i + 1, after Zeile: read from a copy (type 14) and from a
-// compared row (type 13), sent as the same items again, compared with the own row.
+// compared row (type 13), not from 16 items, sent as the same items again,
+// compared with the own row.
 void TstNachricht::spielZeile()
 {
     QFETCH(QString, items);
@@ -121,6 +122,7 @@ void TstNachricht::spielZeile()
     const QStringList verglichen = QStringList{"5", "1", "4"} + inhalt;
     const std::optional<SpielEintrag> gelesen = SpielZeile::spielAus(inhalt, 0);
     QVERIFY(gelesen && *gelesen == zeile("0@" + items));
+    QVERIFY(!SpielZeile::spielAus(inhalt.mid(1), 0));
     QVERIFY(SpielZeile::spielAus(verglichen, SpielZeile::ersteSpielItem) == gelesen);
     QCOMPARE(Kartulo::mapFromSpiel(SpielZeile::tupel(*gelesen)), inhalt);
     QTEST(SpielZeile::abweichungen(zeile("4@" + (eigenes.isEmpty() ? items : eigenes)), verglichen),
