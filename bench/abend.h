@@ -4,6 +4,7 @@
 // the small helpers the bench's processes share.
 
 #include "core/link/nachricht.h"
+#include "core/link/spielzeile.h"
 #include "tabelle.h"
 #include "velmora/client.h"
 #include <QCoreApplication>
@@ -183,7 +184,8 @@ inline std::optional<Gelesen> lesen(const QString &text, const Abend &abend)
     if (!n)
         return std::nullopt;
     Gelesen g;
-    if (n->typ == Nachricht::Zeile && n->inhalt.size() == 20 && Nachricht::spielAus(n->inhalt, 3)) {
+    if (n->typ == Nachricht::Zeile && n->inhalt.size() == 20 &&
+        SpielZeile::spielAus(n->inhalt, SpielZeile::ersteSpielItem)) {
         g.tisch = n->inhalt.at(0).toInt();
         g.nummer = 2 * n->inhalt.at(2).toInt() - 1;
     } else if (n->typ == Nachricht::Ergebnisse && n->inhalt.size() == 4) {

@@ -11,8 +11,6 @@
 
 namespace {
 
-using S = SpielEintrag;
-
 QByteArray dateiInhalt(const QString &pfad)
 {
     QFile datei(pfad);
@@ -60,16 +58,15 @@ QString gelesen(const QByteArray &inhalt)
 // entered without a bid, which comes back as 18.
 QVector<JornalEintrag> jornalAbend(bool gelesen)
 {
-    JornalEintrag passe;
-    passe.eingepasst = true;
-    passe.geber = QStringLiteral("Bert");
-    return {{JornalEintrag::Normal, 1, 48, 2, 0, true, false, false, false, false, false, 48, 0, 20,
-             false, "Anna", "Dora"},
-            {JornalEintrag::Geaendert, 2, 48, 0, 1, false, false, false, false, false, false, 0, 96,
-             gelesen ? 18 : 0, false, "Bert", "Anna"},
-            passe,
-            {JornalEintrag::Geloescht, 3, 46, 0, 0, false, false, false, false, false, true, 0, 92,
-             46, false, QStringLiteral(u"J\u00FCrgen"), "Carl"}};
+    using TestProtokoll::zeile;
+    return {{JornalEintrag::Normal, zeile("Zeile=1 Mit=2 Hand=1 Gewonnen=48 Reizung=20"), 48,
+             "Anna", "Dora"},
+            {JornalEintrag::Geaendert,
+             zeile(QStringLiteral("Zeile=2 Ohne=1 Verloren=96 Reizung=%1").arg(gelesen ? 18 : 0)),
+             48, "Bert", "Anna"},
+            {JornalEintrag::Normal, zeile("Eingepasst=1"), 0, "", "Bert"},
+            {JornalEintrag::Geloescht, zeile("Zeile=3 Offen=1 Verloren=92 Reizung=46"), 46,
+             QStringLiteral(u"J\u00FCrgen"), "Carl"}};
 }
 
 } // namespace
@@ -246,22 +243,12 @@ void TstDateien::jornalVorlage()
 // Status and both names are passed through; the rest comes from the stored row.
 void TstDateien::jornalAusSpiel()
 {
-    const auto zeile = [](std::initializer_list<std::pair<S::Spalte, int>> werte) {
-        SpielEintrag e;
-        for (const auto &[spalte, wert] : werte)
-            e.setze(spalte, wert);
-        return e;
-    };
     const SpielEintrag grand =
-        zeile({{S::Zeile, 2}, {S::Spiel, 24}, {S::Ohne, 1}, {S::Verloren, 96}, {S::Spieler3, -96}});
+        TestProtokoll::zeile("Zeile=2 Spiel=24 Ohne=1 Verloren=96 Spieler3=-96");
     QVERIFY(JornalEintrag::ausSpiel(grand, JornalEintrag::Geaendert, "Bert", "Anna") ==
             jornalAbend(false).at(1));
-    const SpielEintrag nullOuvert = zeile({{S::Zeile, 3},
-                                           {S::Spiel, 23},
-                                           {S::Offen, 1},
-                                           {S::Verloren, 92},
-                                           {S::Spieler4, -92},
-                                           {S::Reizung, 46}});
+    const SpielEintrag nullOuvert =
+        TestProtokoll::zeile("Zeile=3 Spiel=23 Offen=1 Verloren=92 Spieler4=-92 Reizung=46");
     QVERIFY(JornalEintrag::ausSpiel(nullOuvert, JornalEintrag::Geloescht,
                                     QStringLiteral(u"J\u00FCrgen"),
                                     "Carl") == jornalAbend(false).at(3));

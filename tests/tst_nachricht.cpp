@@ -1,8 +1,10 @@
-// The text format of the club network, read and written, participant ids,
-// and the pairing of a first and a second list.
+// The text format of the club network, read and written, a game row's
+// items, participant ids, and the pairing of a first and a second list.
 
 #include "core/link/nachricht.h"
 #include "core/link/paarung.h"
+#include "core/link/spielzeile.h"
+#include "velmora/client.h"
 
 #include <QtTest>
 
@@ -14,6 +16,8 @@ private slots:
     void lesen_data();
     void lesen();
     void schreiben();
+    void spielZeile_data();
+    void spielZeile();
     void kennung_data();
     void kennung();
     void paarung();
@@ -82,6 +86,47 @@ void TstNachricht::schreiben()
     QCOMPARE(zurueck->text(), n.text());
     n.inhalt.clear();
     QCOMPARE(n.text(), QStringLiteral("5:192.168.1.20:Gruppe 2$"));
+}
+
+void TstNachricht::spielZeile_data()
+{
+    QTest::addColumn<QString>("items");
+    QTest::addColumn<QString>("eigenes"); // the second list's own game 4; "": the same
+    QTest::addColumn<QStringList>("abweichungen");
+    QTest::newRow("Kreuz ohne 2 Hand verloren") << "12@0@2@1@0@0@0@0@0@0@96@0@-96@0@0@0@18"
+                                                << "" << QStringList();
+    // Schneider is told with the Hand text and value, Spieler4 without a full stop.
+    QTest::newRow("Grand ouvert") << "24@4@0@1@1@1@1@1@1@264@0@0@0@0@264@0@48"
+                                  << "24@4@0@1@0@1@1@1@1@264@0@264@0@0@0@0@48"
+                                  << QStringList{"Eintrag bei Spiel 4 Hand 1 <> Hand 1.",
+                                                 "Eintrag bei Spiel 4 Spieler1 264 <> Spieler1 0.",
+                                                 "Eintrag bei Spiel 4 Spieler4 0 <> Spieler4 264"};
+    QTest::newRow("eingepasst") << "0@0@0@0@0@0@0@0@0@0@0@0@0@0@0@1@0"
+                                << "" << QStringList();
+}
+
+// Item i is column i + 1, after Zeile: read from a copy (type 14) and from a
+// compared row (type 13), not from 16 items, sent as the same items again,
+// compared with the own row.
+void TstNachricht::spielZeile()
+{
+    QFETCH(QString, items);
+    QFETCH(QString, eigenes);
+    const auto zeile = [](const QString &spalten) {
+        SpielEintrag e;
+        for (int i = 0; i < SpielEintrag::AnzahlSpalten; ++i)
+            e.setze(SpielEintrag::Spalte(i), spalten.section('@', i, i).toInt());
+        return e;
+    };
+    const QStringList inhalt = items.split('@');
+    const QStringList verglichen = QStringList{"5", "1", "4"} + inhalt;
+    const std::optional<SpielEintrag> gelesen = SpielZeile::spielAus(inhalt, 0);
+    QVERIFY(gelesen && *gelesen == zeile("0@" + items));
+    QVERIFY(!SpielZeile::spielAus(inhalt.mid(1), 0));
+    QVERIFY(SpielZeile::spielAus(verglichen, SpielZeile::ersteSpielItem) == gelesen);
+    QCOMPARE(Kartulo::mapFromSpiel(SpielZeile::tupel(*gelesen)), inhalt);
+    QTEST(SpielZeile::abweichungen(zeile("4@" + (eigenes.isEmpty() ? items : eigenes)), verglichen),
+          "abweichungen");
 }
 
 void TstNachricht::kennung_data()

@@ -2,6 +2,7 @@
 // limits, and that a stored row put back on the panel gives itself again.
 
 #include "core/game/spielwert.h"
+#include "helpers/testprotokoll.h"
 #include "helpers/testumgebung.h"
 
 namespace {
@@ -56,15 +57,6 @@ QString alsText(const SpielEintrag &e)
                          QString::number(e.wert(spalte));
     }
     return teile.join(QLatin1Char(' '));
-}
-
-SpielEintrag ausText(const QString &text)
-{
-    SpielEintrag e;
-    for (const QString &teil : text.split(QLatin1Char(' '), Qt::SkipEmptyParts))
-        e.setze(static_cast<S::Spalte>(S::spaltenNamen().indexOf(teil.section('=', 0, 0))),
-                teil.section('=', 1).toInt());
-    return e;
 }
 
 const QString ouvert = QStringLiteral("Spiel=24 Mit=1 Hand=1 Schneider=1 AngSchneider=1 "
@@ -222,7 +214,7 @@ void TstSpielwert::zeileFehler()
 {
     QFETCH(QString, spalten);
     QFETCH(int, spieler);
-    QTEST(Spielwert::zeileFehler(ausText(spalten), spieler), "fehler");
+    QTEST(Spielwert::zeileFehler(TestProtokoll::zeile(spalten), spieler), "fehler");
 }
 
 KARTULO_KERN_TEST_MAIN(TstSpielwert)

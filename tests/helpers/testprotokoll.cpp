@@ -61,6 +61,16 @@ int zeilen(const QString &tabelle)
     return spalte(tabelle, QStringLiteral("COUNT(*)")).value(0, -1);
 }
 
+SpielEintrag zeile(const QString &spalten)
+{
+    SpielEintrag e;
+    for (const QString &teil : spalten.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+        e.setze(static_cast<SpielEintrag::Spalte>(
+                    SpielEintrag::spaltenNamen().indexOf(teil.section('=', 0, 0))),
+                teil.section('=', 1).toInt());
+    return e;
+}
+
 Sperre::Sperre(Art art)
 {
     auto db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("sperre"));

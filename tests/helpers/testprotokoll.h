@@ -15,6 +15,8 @@ namespace TestProtokoll {
 bool sql(const QStringList &statements);
 // Number of rows of a table, -1 when it cannot be read.
 int zeilen(const QString &tabelle);
+// A game row from "Spalte=Wert ..." with the column names of SpielListe.
+SpielEintrag zeile(const QString &spalten);
 // One column of a table as integers, in storage order.
 QList<int> spalte(const QString &tabelle, const QString &spalte);
 

@@ -3,6 +3,7 @@
 #include "core/link/empfang.h"
 #include "core/link/nachricht.h"
 #include "core/link/paarung.h"
+#include "core/link/spielzeile.h"
 #include "core/service/einstellungen.h"
 #include "core/service/listendienst.h"
 #include "core/standings/spielmodus.h"
@@ -17,16 +18,9 @@ namespace {
 
 Kartulo::SpielTupel alsTupel(const SpielEintrag &e)
 {
-    using S = SpielEintrag;
-    return {e[S::Spiel],          e[S::Mit],
-            e[S::Ohne],           e.flag(S::Hand),
-            e.flag(S::Schneider), e.flag(S::AngSchneider),
-            e.flag(S::Schwarz),   e.flag(S::AngSchwarz),
-            e.flag(S::Offen),     e[S::Gewonnen],
-            e[S::Verloren],       e[S::Spieler1],
-            e[S::Spieler2],       e[S::Spieler3],
-            e[S::Spieler4],       e.flag(S::Eingepasst),
-            e[S::Reizung]};
+    // The library takes the core's tuple as it is; no element may convert.
+    static_assert(std::is_same_v<SpielZeile::Tupel, Kartulo::SpielTupel>);
+    return SpielZeile::tupel(e);
 }
 
 // Messages a table addresses to this one, possibly by the address it sees

@@ -4,49 +4,11 @@
 #include "core/files/spielerdatei.h"
 #include "core/link/nachricht.h"
 #include "core/link/paarung.h"
+#include "core/link/spielzeile.h"
 #include "core/service/listendienst.h"
 
 #include <QLineEdit>
 #include <QMessageBox>
-
-namespace {
-
-using S = SpielEintrag;
-
-// The compared fields: item of the first list's row, own column, and the text
-// of a difference. A Schneider difference is reported with the Hand text and
-// the own Hand value, and the Spieler4 text has no full stop: both are what
-// scorers know from the paper cross-check and are kept.
-struct Vergleich
-{
-    int item;
-    S::Spalte spalte;
-    S::Spalte eigenerWert;
-    const char *text;
-};
-
-const Vergleich Vergleiche[] = {
-    {3, S::Spiel, S::Spiel, "Eintrag bei Spiel %3 Spielwert %1 <> Spielwert %2."},
-    {4, S::Mit, S::Mit, "Eintrag bei Spiel %3 Mit %1 <> Mit %2."},
-    {5, S::Ohne, S::Ohne, "Eintrag bei Spiel %3 Ohne %1 <> Ohne %2."},
-    {6, S::Hand, S::Hand, "Eintrag bei Spiel %3 Hand %1 <> Hand %2."},
-    {7, S::Schneider, S::Hand, "Eintrag bei Spiel %3 Hand %1 <> Hand %2."},
-    {8, S::AngSchneider, S::AngSchneider,
-     "Eintrag bei Spiel %3 AngSchneider %1 <> AngSchneider %2."},
-    {9, S::Schwarz, S::Schwarz, "Eintrag bei Spiel %3 Schwarz %1 <> Schwarz %2."},
-    {10, S::AngSchwarz, S::AngSchwarz, "Eintrag bei Spiel %3 AngSchwarz %1 <> AngSchwarz %2."},
-    {11, S::Offen, S::Offen, "Eintrag bei Spiel %3 Offen %1 <> Offen %2."},
-    {12, S::Gewonnen, S::Gewonnen, "Eintrag bei Spiel %3 Gewonnen %1 <> Gewonnen %2."},
-    {13, S::Verloren, S::Verloren, "Eintrag bei Spiel %3 Verloren %1 <> Verloren %2."},
-    {14, S::Spieler1, S::Spieler1, "Eintrag bei Spiel %3 Spieler1 %1 <> Spieler1 %2."},
-    {15, S::Spieler2, S::Spieler2, "Eintrag bei Spiel %3 Spieler2 %1 <> Spieler2 %2."},
-    {16, S::Spieler3, S::Spieler3, "Eintrag bei Spiel %3 Spieler3 %1 <> Spieler3 %2."},
-    {17, S::Spieler4, S::Spieler4, "Eintrag bei Spiel %3 Spieler4 %1 <> Spieler4 %2"},
-    {18, S::Eingepasst, S::Eingepasst, "Eintrag bei Spiel %3 Eingepasst %1 <> Eingepasst %2."},
-    {19, S::Reizung, S::Reizung, "Eintrag bei Spiel %3 Reizung %1 <> Reizung %2."},
-};
-
-} // namespace
 
 ZweitlisteSteuerung::ZweitlisteSteuerung(QWidget *eltern, ListenDienst &dienst, Paarung &paarung)
     : QObject(eltern), m_eltern(eltern), m_dienst(dienst), m_paarung(paarung)
@@ -128,7 +90,7 @@ void ZweitlisteSteuerung::zeileEmpfangen(const QStringList &inhalt)
 void ZweitlisteSteuerung::kopieEmpfangen(const QStringList &inhalt)
 {
     // The link took only a row that is a game of this list.
-    const std::optional<SpielEintrag> spiel = Nachricht::spielAus(inhalt, 0);
+    const std::optional<SpielEintrag> spiel = SpielZeile::spielAus(inhalt, 0);
     if (!spiel)
         return;
     const EintragErgebnis ergebnis = m_dienst.spielEintragen(*spiel);
@@ -138,20 +100,14 @@ void ZweitlisteSteuerung::kopieEmpfangen(const QStringList &inhalt)
 
 void ZweitlisteSteuerung::CheckRecordGegenRecordVonErsterListe()
 {
-    const int zeile = m_ersteListeZeile.value(2).toInt();
+    const int zeile = m_ersteListeZeile.value(SpielZeile::zeileItem).toInt();
     const std::optional<SpielEintrag> eigenes = m_dienst.spiel(zeile);
     // Not entered here yet: the next row of the first list starts the check again.
     if (!eigenes)
         return;
     m_pruefTimer.stop();
-    for (const Vergleich &v : Vergleiche) {
-        const int empfangen = m_ersteListeZeile.value(v.item).toInt();
-        if ((*eigenes)[v.spalte] == empfangen)
-            continue;
-        QMessageBox::warning(
-            m_eltern, QStringLiteral("FEHLER"),
-            QString::fromLatin1(v.text).arg((*eigenes)[v.eigenerWert]).arg(empfangen).arg(zeile));
-    }
+    for (const QString &text : SpielZeile::abweichungen(*eigenes, m_ersteListeZeile))
+        QMessageBox::warning(m_eltern, QStringLiteral("FEHLER"), text);
 }
 
 void ZweitlisteSteuerung::onZweitListeFreigeben(bool fragen)

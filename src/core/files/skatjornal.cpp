@@ -1,6 +1,6 @@
 #include "core/files/skatjornal.h"
 
-#include "core/db/spieleintrag.h"
+#include "core/game/spielspalten.h"
 
 #include <QCborMap>
 #include <QCborValue>
@@ -26,9 +26,6 @@ const QString typGeloescht = QStringLiteral(u"gel\uFFFDscht");
 // The same words spelled correctly, accepted when reading.
 const QString typGeaendertUmlaut = QStringLiteral(u"ge\u00E4ndert");
 const QString typGeloeschtUmlaut = QStringLiteral(u"gel\u00F6scht");
-
-// The lowest bid of the game, written for a game entered without a bid.
-constexpr int kleinsterReizwert = 18;
 
 // Everything load() takes from a file, filled completely before the journal
 // itself is touched.
@@ -57,34 +54,23 @@ QJsonObject alsJson(const JornalEintrag &e)
         break;
     }
 
-    if (e.eingepasst) {
+    if (e.spiel.flag(SpielEintrag::Eingepasst)) {
         // A passed-in round has no game, value or bid: only who dealt.
         objekt.insert(QStringLiteral("eingepasst"), true);
         objekt.insert(QStringLiteral("geber"), e.geber);
         return objekt;
     }
 
-    objekt.insert(QStringLiteral("spielnr"), e.spielnr);
     objekt.insert(QStringLiteral("spielwert"), e.spielwert);
-    const auto zahlOhneNull = [&objekt](const QString &schluessel, int wert) {
+    for (const SpaltenAngabe &s : spielSpalten()) {
+        if (!s.jornal)
+            continue;
+        const int wert = e.spiel[s.spalte];
         if (wert != 0)
-            objekt.insert(schluessel, wert);
-    };
-    const auto nurGesetzt = [&objekt](const QString &schluessel, bool wert) {
-        if (wert)
-            objekt.insert(schluessel, true);
-    };
-    zahlOhneNull(QStringLiteral("mit"), e.mit);
-    zahlOhneNull(QStringLiteral("ohne"), e.ohne);
-    nurGesetzt(QStringLiteral("hand"), e.hand);
-    nurGesetzt(QStringLiteral("schneider"), e.schneider);
-    nurGesetzt(QStringLiteral("schneiderangesagt"), e.schneiderangesagt);
-    nurGesetzt(QStringLiteral("schwarz"), e.schwarz);
-    nurGesetzt(QStringLiteral("schwarzangesagt"), e.schwarzangesagt);
-    nurGesetzt(QStringLiteral("offen"), e.offen);
-    zahlOhneNull(QStringLiteral("gewonnen"), e.gewonnen);
-    zahlOhneNull(QStringLiteral("verloren"), e.verloren);
-    objekt.insert(QStringLiteral("reizwert"), e.reizwert != 0 ? e.reizwert : kleinsterReizwert);
+            objekt.insert(QLatin1String(s.jornal), s.flag ? QJsonValue(true) : QJsonValue(wert));
+        else if (s.jornalFuerNull)
+            objekt.insert(QLatin1String(s.jornal), *s.jornalFuerNull);
+    }
     objekt.insert(QStringLiteral("spieler"), e.spieler);
     objekt.insert(QStringLiteral("geber"), e.geber);
     return objekt;
@@ -164,22 +150,21 @@ bool liesStatus(const QJsonObject &objekt, int *status)
 
 bool ausJson(const QJsonObject &o, JornalEintrag *e)
 {
-    return liesStatus(o, &e->status) && liesZahl(o, QStringLiteral("spielnr"), &e->spielnr) &&
-           liesZahl(o, QStringLiteral("spielwert"), &e->spielwert) &&
-           liesZahl(o, QStringLiteral("mit"), &e->mit) &&
-           liesZahl(o, QStringLiteral("ohne"), &e->ohne) &&
-           liesFlag(o, QStringLiteral("hand"), &e->hand) &&
-           liesFlag(o, QStringLiteral("schneider"), &e->schneider) &&
-           liesFlag(o, QStringLiteral("schneiderangesagt"), &e->schneiderangesagt) &&
-           liesFlag(o, QStringLiteral("schwarz"), &e->schwarz) &&
-           liesFlag(o, QStringLiteral("schwarzangesagt"), &e->schwarzangesagt) &&
-           liesFlag(o, QStringLiteral("offen"), &e->offen) &&
-           liesZahl(o, QStringLiteral("gewonnen"), &e->gewonnen) &&
-           liesZahl(o, QStringLiteral("verloren"), &e->verloren) &&
-           liesZahl(o, QStringLiteral("reizwert"), &e->reizwert) &&
-           liesFlag(o, QStringLiteral("eingepasst"), &e->eingepasst) &&
-           liesText(o, QStringLiteral("spieler"), &e->spieler) &&
-           liesText(o, QStringLiteral("geber"), &e->geber);
+    if (!liesStatus(o, &e->status) || !liesZahl(o, QStringLiteral("spielwert"), &e->spielwert) ||
+        !liesText(o, QStringLiteral("spieler"), &e->spieler) ||
+        !liesText(o, QStringLiteral("geber"), &e->geber))
+        return false;
+    for (const SpaltenAngabe &s : spielSpalten()) {
+        if (!s.jornal)
+            continue;
+        const QString schluessel = QLatin1String(s.jornal);
+        int zahl = 0;
+        bool flag = false;
+        if (s.flag ? !liesFlag(o, schluessel, &flag) : !liesZahl(o, schluessel, &zahl))
+            return false;
+        e->spiel.setze(s.spalte, s.flag ? int(flag) : zahl);
+    }
+    return true;
 }
 
 // The header is always written whole, so each of its four keys must be there.
@@ -253,21 +238,15 @@ JornalEintrag JornalEintrag::ausSpiel(const SpielEintrag &spiel, int status, con
 {
     JornalEintrag e;
     e.status = status;
-    e.spielnr = spiel[SpielEintrag::Zeile];
-    e.gewonnen = spiel[SpielEintrag::Gewonnen];
-    e.verloren = spiel[SpielEintrag::Verloren];
+    for (const SpaltenAngabe &s : spielSpalten()) {
+        if (s.jornal && s.flag)
+            e.spiel.setze(s.spalte, spiel.flag(s.spalte));
+        else if (s.jornal)
+            e.spiel.setze(s.spalte, spiel[s.spalte]);
+    }
+    const int gewonnen = spiel[SpielEintrag::Gewonnen];
     // A lost game stores twice its value as Verloren.
-    e.spielwert = e.gewonnen != 0 ? e.gewonnen : e.verloren / 2;
-    e.mit = spiel[SpielEintrag::Mit];
-    e.ohne = spiel[SpielEintrag::Ohne];
-    e.hand = spiel.flag(SpielEintrag::Hand);
-    e.schneider = spiel.flag(SpielEintrag::Schneider);
-    e.schneiderangesagt = spiel.flag(SpielEintrag::AngSchneider);
-    e.schwarz = spiel.flag(SpielEintrag::Schwarz);
-    e.schwarzangesagt = spiel.flag(SpielEintrag::AngSchwarz);
-    e.offen = spiel.flag(SpielEintrag::Offen);
-    e.reizwert = spiel[SpielEintrag::Reizung];
-    e.eingepasst = spiel.flag(SpielEintrag::Eingepasst);
+    e.spielwert = gewonnen != 0 ? gewonnen : spiel[SpielEintrag::Verloren] / 2;
     e.spieler = spieler;
     e.geber = geber;
     return e;
@@ -284,11 +263,7 @@ int JornalEintrag::spielerSitz(const SpielEintrag &spiel)
 
 bool JornalEintrag::operator==(const JornalEintrag &o) const
 {
-    return status == o.status && spielnr == o.spielnr && spielwert == o.spielwert && mit == o.mit &&
-           ohne == o.ohne && hand == o.hand && schneider == o.schneider &&
-           schneiderangesagt == o.schneiderangesagt && schwarz == o.schwarz &&
-           schwarzangesagt == o.schwarzangesagt && offen == o.offen && gewonnen == o.gewonnen &&
-           verloren == o.verloren && reizwert == o.reizwert && eingepasst == o.eingepasst &&
+    return status == o.status && spiel == o.spiel && spielwert == o.spielwert &&
            spieler == o.spieler && geber == o.geber;
 }
 

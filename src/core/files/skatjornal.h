@@ -5,14 +5,14 @@
 // ("<base>.json") or as the same data in CBOR ("<base>.dat"), so that other
 // programs can follow the list without reading kartulo.db.
 
+#include "core/db/spieleintrag.h"
+
 #include <QByteArray>
 #include <QDate>
 #include <QJsonObject>
 #include <QObject>
 #include <QString>
 #include <QVector>
-
-class SpielEintrag;
 
 struct JornalEintrag
 {
@@ -23,16 +23,12 @@ struct JornalEintrag
         Geloescht = 2
     };
     int status = Normal; // any other value is kept but written without "type"
-    int spielnr = 0;
+    // The columns the column table gives a journal key (Zeile as "spielnr",
+    // Reizung as "reizwert", 0 = not entered, written as 18); the others stay 0.
+    SpielEintrag spiel;
     int spielwert = 0; // the game value: Gewonnen when won, Verloren / 2 when lost
-    int mit = 0, ohne = 0;
-    bool hand = false, schneider = false, schneiderangesagt = false, schwarz = false,
-         schwarzangesagt = false, offen = false;
-    int gewonnen = 0, verloren = 0;
-    int reizwert = 0; // 0 = not entered (written as 18)
-    bool eingepasst = false;
-    QString spieler; // declarer's name
-    QString geber;   // dealer's name
+    QString spieler;   // declarer's name
+    QString geber;     // dealer's name
 
     // From a stored game row: the declarer is the seat whose column is non-zero
     // (see spielerSitz); the caller passes that seat's name and the dealer's.

@@ -1,6 +1,7 @@
 #include "core/files/xmlprotokoll.h"
 
 #include "core/files/spielerdatei.h"
+#include "core/game/spielspalten.h"
 
 #include <QSaveFile>
 #include <QXmlStreamReader>
@@ -46,40 +47,6 @@ const std::array<KostenAttribut, 11> &kostenAttribute()
         {QStringLiteral("platz2"), &K::platz2, nullptr},
         {QStringLiteral("platz3"), &K::platz3, nullptr},
         {QStringLiteral("platz4"), &K::platz4, nullptr},
-    }};
-    return attribute;
-}
-
-struct SpielAttribut
-{
-    QString name;
-    S::Spalte spalte;
-    bool flag;
-};
-
-// One attribute per column of SpielListe, in column order. "angesschneider" next to
-// "angschwarz" is how the first files spelled it, and every file since.
-const std::array<SpielAttribut, S::AnzahlSpalten> &spielAttribute()
-{
-    static const std::array<SpielAttribut, S::AnzahlSpalten> attribute{{
-        {QStringLiteral("nr"), S::Zeile, false},
-        {QStringLiteral("spiel"), S::Spiel, false},
-        {QStringLiteral("mit"), S::Mit, false},
-        {QStringLiteral("ohne"), S::Ohne, false},
-        {QStringLiteral("hand"), S::Hand, true},
-        {QStringLiteral("schneider"), S::Schneider, true},
-        {QStringLiteral("angesschneider"), S::AngSchneider, true},
-        {QStringLiteral("schwarz"), S::Schwarz, true},
-        {QStringLiteral("angschwarz"), S::AngSchwarz, true},
-        {QStringLiteral("offen"), S::Offen, true},
-        {QStringLiteral("gewonnen"), S::Gewonnen, false},
-        {QStringLiteral("verloren"), S::Verloren, false},
-        {QStringLiteral("spieler1"), S::Spieler1, false},
-        {QStringLiteral("spieler2"), S::Spieler2, false},
-        {QStringLiteral("spieler3"), S::Spieler3, false},
-        {QStringLiteral("spieler4"), S::Spieler4, false},
-        {QStringLiteral("eingepasst"), S::Eingepasst, true},
-        {QStringLiteral("reizung"), S::Reizung, false},
     }};
     return attribute;
 }
@@ -286,13 +253,14 @@ bool Leser::spielLesen()
                                        "hoehere Nummer gibt es nicht.")
                           .arg(vorige));
     const int naechsteZeile = ohneNummer ? vorige + 1 : 0;
-    for (const SpielAttribut &a : spielAttribute()) {
+    for (const SpaltenAngabe &a : spielSpalten()) {
+        const QString name = QLatin1String(a.xml);
         if (a.flag) {
-            spiel.setze(a.spalte, attribute.value(a.name).compare(QLatin1String("ja"),
-                                                                  Qt::CaseInsensitive) == 0);
+            spiel.setze(a.spalte, attribute.value(name).compare(QLatin1String("ja"),
+                                                                Qt::CaseInsensitive) == 0);
             continue;
         }
-        const std::optional<int> wert = zahl(a.name, a.spalte == S::Zeile ? naechsteZeile : 0);
+        const std::optional<int> wert = zahl(name, a.spalte == S::Zeile ? naechsteZeile : 0);
         if (!wert)
             return false;
         spiel.setze(a.spalte, *wert);
@@ -338,9 +306,9 @@ QString XmlProtokoll::schreiben(const XmlDaten &daten)
     xml.writeStartElement(spieleName);
     for (const SpielEintrag &spiel : daten.spiele) {
         xml.writeEmptyElement(spielName);
-        for (const SpielAttribut &a : spielAttribute())
-            xml.writeAttribute(a.name, a.flag ? flagText(spiel.flag(a.spalte))
-                                              : QString::number(spiel[a.spalte]));
+        for (const SpaltenAngabe &a : spielSpalten())
+            xml.writeAttribute(QLatin1String(a.xml), a.flag ? flagText(spiel.flag(a.spalte))
+                                                            : QString::number(spiel[a.spalte]));
     }
     xml.writeEndElement();
 

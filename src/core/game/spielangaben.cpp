@@ -1,5 +1,7 @@
 #include "core/game/spielangaben.h"
 
+#include "core/game/spielspalten.h"
+
 namespace {
 
 std::optional<Spielart> artFuerGrundwert(int wert)
@@ -56,12 +58,10 @@ Spielangaben Spielangaben::ausEintrag(const SpielEintrag &eintrag)
         a.matadore = Matadore::Ohne;
         a.anzahl = eintrag[SpielEintrag::Ohne];
     }
-    a.hand = eintrag.flag(SpielEintrag::Hand);
-    a.schneider = eintrag.flag(SpielEintrag::Schneider);
-    a.schneiderAngesagt = eintrag.flag(SpielEintrag::AngSchneider);
-    a.schwarz = eintrag.flag(SpielEintrag::Schwarz);
-    a.schwarzAngesagt = eintrag.flag(SpielEintrag::AngSchwarz);
-    a.offen = eintrag.flag(SpielEintrag::Offen);
+    for (const SpaltenAngabe &s : spielSpalten()) {
+        if (s.angabe)
+            a.*s.angabe = eintrag.flag(s.spalte);
+    }
     if (eintrag[SpielEintrag::Gewonnen] != 0)
         a.gewonnen = true;
     else if (eintrag[SpielEintrag::Verloren] != 0)

@@ -2,6 +2,7 @@
 
 #include "core/game/spielwert.h"
 #include "core/link/paarung.h"
+#include "core/link/spielzeile.h"
 
 namespace Empfang {
 
@@ -110,7 +111,8 @@ Urteil vonTisch(const QString &absenderId, const Nachricht &n, const Lage &lage)
         return annehmen();
     case Nachricht::Zeile:
         // Every table sends its rows; only the paired second list compares them.
-        if (!p.istZweitliste() || n.inhalt.size() != 20 ||
+        if (!p.istZweitliste() ||
+            n.inhalt.size() != SpielZeile::ersteSpielItem + SpielZeile::anzahlItems ||
             n.inhalt.at(0).toInt() != p.gepaarterTisch() || n.inhalt.at(1).toInt() != lage.serie ||
             n.gruppe != lage.gruppe)
             return uebergehen();
@@ -124,8 +126,8 @@ Urteil vonTisch(const QString &absenderId, const Nachricht &n, const Lage &lage)
             return abweisen(QStringLiteral("keine Zweitliste"));
         if (absenderId != p.ersteListe())
             return abweisen(QStringLiteral("nicht von der Erstliste"));
-        const std::optional<SpielEintrag> spiel = Nachricht::spielAus(n.inhalt, 0);
-        if (!spiel || n.inhalt.size() != 17)
+        const std::optional<SpielEintrag> spiel = SpielZeile::spielAus(n.inhalt, 0);
+        if (!spiel || n.inhalt.size() != SpielZeile::anzahlItems)
             return abweisen(QStringLiteral("kein Spiel"));
         const QString fehler = Spielwert::zeileFehler(*spiel, lage.spieler);
         return fehler.isEmpty() ? annehmen() : abweisen(fehler);

@@ -29,21 +29,6 @@ std::optional<Nachricht> Nachricht::lesen(const QString &text)
     return nachricht;
 }
 
-std::optional<SpielEintrag> Nachricht::spielAus(const QStringList &inhalt, int ab)
-{
-    if (ab < 0 || inhalt.size() < ab + 17)
-        return std::nullopt;
-    SpielEintrag spiel;
-    for (int i = 0; i < 17; ++i) {
-        bool ok = false;
-        const int wert = inhalt.at(ab + i).toInt(&ok);
-        if (!ok)
-            return std::nullopt;
-        spiel.setze(static_cast<SpielEintrag::Spalte>(SpielEintrag::Spiel + i), wert);
-    }
-    return spiel;
-}
-
 Kennung Kennung::aus(const QString &kennung)
 {
     const QStringList teile = kennung.split(QLatin1Char('@'));

@@ -5,8 +5,6 @@
 // into an item; only the file of a score sheet (type 17) may hold "@", and is
 // read as everything after the first one.
 
-#include "core/db/spieleintrag.h"
-
 #include <QString>
 #include <QStringList>
 
@@ -44,10 +42,6 @@ struct Nachricht
     // Empty for a text that is not one message (not exactly one "$", not
     // exactly three header fields); a type that is no number reads as 0.
     static std::optional<Nachricht> lesen(const QString &text);
-
-    // The game of the seventeen row items from item ab on (Spiel to Reizung,
-    // Zeile left 0); empty unless all seventeen are whole numbers.
-    static std::optional<SpielEintrag> spielAus(const QStringList &inhalt, int ab);
 };
 
 // "Programname@rest": the program's name, and the first ":"-piece of the rest
