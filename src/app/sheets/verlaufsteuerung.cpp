@@ -25,6 +25,43 @@ namespace {
 const QColor Farben[] = {QColor(0x00, 0x5a, 0xb5), QColor(0xdc, 0x32, 0x20),
                          QColor(0x1a, 0x85, 0x1a), QColor(0x8e, 0x3c, 0xb0)};
 
+// Every point costs when a line is laid out, so a long evening is drawn with
+// at most two points per run of games (its lowest and highest score, in their
+// order), a run being narrower than a pixel or two; the inner points of a
+// level stretch, where a seat's score stays in most games, are left out.
+QVector<QPointF> linienPunkte(const QVector<Stand> &staende, int sitz)
+{
+    const int n = staende.size();
+    const auto wert = [&](int spiel) { return staende.at(spiel)[static_cast<size_t>(sitz)]; };
+    const int lauf = std::max(1, (n + 149) / 150);
+    QVector<QPointF> punkte;
+    const auto anhaengen = [&](int spiel) {
+        const int k = punkte.size();
+        if (k > 0 && punkte.at(k - 1).x() == spiel + 1)
+            return;
+        if (k >= 2 && punkte.at(k - 1).y() == wert(spiel) && punkte.at(k - 2).y() == wert(spiel))
+            punkte[k - 1].setX(spiel + 1);
+        else
+            punkte.append(QPointF(spiel + 1, wert(spiel)));
+    };
+    for (int anfang = 0; anfang < n; anfang += lauf) {
+        const int ende = std::min(n, anfang + lauf);
+        int tief = anfang;
+        int hoch = anfang;
+        for (int spiel = anfang; spiel < ende; ++spiel) {
+            tief = wert(spiel) < wert(tief) ? spiel : tief;
+            hoch = wert(spiel) > wert(hoch) ? spiel : hoch;
+        }
+        if (anfang == 0)
+            anhaengen(0);
+        anhaengen(std::min(tief, hoch));
+        anhaengen(std::max(tief, hoch));
+    }
+    if (n > 0)
+        anhaengen(n - 1);
+    return punkte;
+}
+
 } // namespace
 
 VerlaufSteuerung::VerlaufSteuerung(QObject *parent, ListenDienst &dienst,
@@ -52,7 +89,7 @@ VerlaufSteuerung::VerlaufSteuerung(QObject *parent, ListenDienst &dienst,
     m_chart->addAxis(m_achseY, Qt::AlignLeft);
     for (const QColor &farbe : Farben) {
         auto *linie = new QLineSeries(m_chart);
-        linie->setPen(QPen(farbe, 2));
+        linie->setPen(QPen(farbe, 3));
         m_chart->addSeries(linie);
         linie->attachAxis(m_achseX);
         linie->attachAxis(m_achseY);
@@ -125,23 +162,13 @@ void VerlaufSteuerung::aktualisieren()
             linie->setVisible(sitz < spieler);
         if (linie->name() != m_dienst.teilnehmerName(sitz))
             linie->setName(m_dienst.teilnehmerName(sitz));
-        QVector<QPointF> punkte;
-        punkte.reserve(staende.size());
-        for (int spiel = 0; spiel < staende.size(); ++spiel) {
-            const int wert = staende.at(spiel)[static_cast<size_t>(sitz)];
-            // The inner points of a level stretch draw nothing; a seat's score stays
-            // level in most games, and every point costs when the line is laid out.
-            const int n = punkte.size();
-            if (n >= 2 && punkte.at(n - 1).y() == wert && punkte.at(n - 2).y() == wert)
-                punkte[n - 1].setX(spiel + 1);
-            else
-                punkte.append(QPointF(spiel + 1, wert));
+        linie->replace(linienPunkte(staende, sitz));
+        for (const Stand &stand : staende) {
             if (sitz < spieler) {
-                unten = std::min(unten, wert);
-                oben = std::max(oben, wert);
+                unten = std::min(unten, stand[static_cast<size_t>(sitz)]);
+                oben = std::max(oben, stand[static_cast<size_t>(sitz)]);
             }
         }
-        linie->replace(punkte);
     }
     m_achseX->setRange(1, std::max(2, staende.size()));
     m_achseX->setTickCount(std::min(11, std::max(2, staende.size())));
