@@ -21,7 +21,7 @@ class Paarung;
 class QWidget;
 struct ListenAenderung;
 struct Nachricht;
-struct SpielEintrag;
+class SpielEintrag;
 
 class NetzSteuerung : public QObject
 {
