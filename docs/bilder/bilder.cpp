@@ -91,11 +91,14 @@ const char *const AndereTische[] = {
     "Karl Schulz|2|1|61|2|2|5.5|-@Lena Fuchs|2|1|133|3|1|4.5|-"};
 
 // The guide's picture of each page, by the name the guide uses.
-const QMap<QString, QString> LeitfadenBilder = {
-    {"tabSpieleintrag", "spieleintrag"},  {"tabNeu", "neu"}, {"tabUebersicht", "uebersicht"},
-    {"tabSpieleListe", "spieleliste"},    {"tabSpielstaende", "spielstaende"},
-    {"tabBeschreibung", "beschreibung"},  {"leinwand", "leinwand"},
-    {"DlgSettings", "einstellungsdialog"}};
+const QMap<QString, QString> LeitfadenBilder = {{"tabSpieleintrag", "spieleintrag"},
+                                                {"tabNeu", "neu"},
+                                                {"tabUebersicht", "uebersicht"},
+                                                {"tabSpieleListe", "spieleliste"},
+                                                {"tabSpielstaende", "spielstaende"},
+                                                {"tabBeschreibung", "beschreibung"},
+                                                {"leinwand", "leinwand"},
+                                                {"DlgSettings", "einstellungsdialog"}};
 const int LeitfadenBreite = 720;
 
 } // namespace
