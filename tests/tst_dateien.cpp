@@ -4,6 +4,7 @@
 #include "core/files/skatjornal.h"
 #include "core/files/spielerdatei.h"
 #include "core/files/xmlprotokoll.h"
+#include "helpers/faelle.h"
 #include "helpers/testprotokoll.h"
 #include "helpers/testumgebung.h"
 
@@ -85,8 +86,8 @@ private slots:
     void jornalVorlage_data();
     void jornalVorlage();
     void jornalAusSpiel();
-    void jornalBeschaedigt_data();
-    void jornalBeschaedigt();
+    void jornalLesen_data();
+    void jornalLesen();
     void spielerDatei_data();
     void spielerDatei();
 };
@@ -112,64 +113,10 @@ void TstDateien::xmlVorlage()
 
 void TstDateien::xmlLesen_data()
 {
-    QTest::addColumn<QByteArray>("inhalt");
-    QTest::addColumn<QStringList>("imText");
-
-    // A damaged or foreign file is refused with the line of the problem.
-    QTest::newRow("Tag nicht geschlossen")
-        << QByteArray("<Kartulo>\n<spiele>\n<spiel nr=\"1\">\n</spiele>\n</Kartulo>\n")
-        << QStringList{"Zeile 4: ", "Opening and ending tag mismatch"};
-    const QByteArray voll = dateiInhalt(QFINDTESTDATA("data/protokoll48.xml"));
-    QTest::newRow("abgeschnitten") << voll.left(voll.indexOf("<spiel nr=\"19\"") + 50)
+    Faelle::laden("xmllesen.tsv");
+    const QByteArray voll = Faelle::datei("protokoll48.xml");
+    QTest::newRow("abgeschnitten") << voll.left(voll.indexOf("<spiel nr=\"19\"") + 50) << 0
                                    << QStringList{"Zeile 26: ", "bricht mitten"};
-    QTest::newRow("ohne Wurzel") << QByteArray("<?xml version=\"1.0\"?>\n")
-                                 << QStringList{"Zeile 2: ", "kein gueltiges XML"};
-    QTest::newRow("fremde Wurzel")
-        << QByteArray("<?xml version=\"1.0\"?>\n<KartuloListe datum=\"03-05-2024\"/>\n")
-        << QStringList{"Zeile 2: ", "Keine Kartulo-Protokolldatei"};
-    QTest::newRow("Zahl kaputt im dritten Spiel")
-        << QByteArray("<Kartulo>\n<spiele>\n<spiel/>\n<spiel/>\n<spiel gewonnen=\"abc\"/>")
-        << QStringList{"Zeile 5: ", "\"gewonnen\" von <spiel> ist keine Zahl: \"abc\""};
-    QTest::newRow("Tisch kaputt") << QByteArray("<Kartulo tischnr=\"5a\"/>")
-                                  << QStringList{"Zeile 1: ", "\"tischnr\""};
-    QTest::newRow("Geld kaputt") << QByteArray("<Kartulo platz2=\"1,5x\"/>")
-                                 << QStringList{"Zeile 1: ", "\"platz2\""};
-    // Points that no int holds are refused like any other damaged number.
-    QTest::newRow("Punkte zu gross") << QByteArray("<Kartulo gewsp-verlsp=\"2.2e11\"/>")
-                                     << QStringList{"Zeile 1: ", "\"gewsp-verlsp\""};
-    QTest::newRow("Punkte nan") << QByteArray("<Kartulo verlspgegensp_3=\"nan\"/>")
-                                << QStringList{"Zeile 1: ", "\"verlspgegensp_3\""};
-    QTest::newRow("Datum kaputt") << QByteArray("<Kartulo datum=\"2024-05-03\"/>")
-                                  << QStringList{"Zeile 1: ", "TT-MM-JJJJ"};
-    QTest::newRow("Spiel ohne Nummer nach der hoechsten")
-        << QByteArray("<Kartulo><spiele><spiel nr=\"2147483647\"/><spiel/></spiele></Kartulo>")
-        << QStringList{"Zeile 1: ", "Nr. 2147483647"};
-    QTest::newRow("Spieler doppelt")
-        << QByteArray("<Kartulo>\n<spieler1/>\n<spieler1/>\n</Kartulo>")
-        << QStringList{"Zeile 3: ", "erwartet wird <spieler2>"};
-
-    // What a file leaves out takes its default; written again, the document shows it.
-    QTest::newRow("nur die Wurzel, Geld mit Komma")
-        << QByteArray("<Kartulo modus=\"Ergebnis\" kartengeld=\"1,5\" gewsp-verlsp=\"7\"/>")
-        << QStringList{"<Kartulo datum=\"\" tischnr=\"0\" serie=\"0\" modus=\"Ergebnis\" "
-                       "spielanzahl=\"48\" kartengeld=\"1.5\" verlsp1-5=\"0.0\"",
-                       "gewsp-verlsp=\"7\" verlspgegensp_4=\"0\"",
-                       "platz4=\"0.0\" verein=\"\" gruppe=\"\">"};
-    QTest::newRow("Spieler 2 ohne Namen")
-        << QByteArray("<Kartulo><spieler1 name=\"Anna\"/><spieler2 mgldnr=\"7\" mitglied=\"Ja\"/>"
-                      "<spieler5/></Kartulo>")
-        << QStringList{
-               "<spieler1 mgldnr=\"0\" name=\"Anna\" mitglied=\"Nein\" preisskat=\"Nein\"/>",
-               "<spieler2 mgldnr=\"7\" name=\"Spieler 2\" mitglied=\"Ja\" "
-               "preisskat=\"Nein\"/>\n    <spiele/>"};
-    // A game without a number is the one after the previous game; a flag is set by "ja" in
-    // any case; a game outside <spiele> is no game.
-    QTest::newRow("Spiele ohne Nummer")
-        << QByteArray("<Kartulo><spiel/><spiele><spiel spiel=\"12\" hand=\"JA\"/><spiel "
-                      "nr=\"7\"/><x><spiel/></x><spiel/></spiele></Kartulo>")
-        << QStringList{"<spiel nr=\"1\" spiel=\"12\" mit=\"0\" ohne=\"0\" hand=\"ja\"",
-                       "<spiel nr=\"7\" spiel=\"0\"", "<spiel nr=\"8\" spiel=\"0\"",
-                       "eingepasst=\"nein\" reizung=\"0\"/>\n    </spiele>"};
 }
 
 void TstDateien::xmlLesen()
@@ -178,8 +125,8 @@ void TstDateien::xmlLesen()
     QFETCH(QStringList, imText);
     const QString text = gelesen(inhalt);
     for (const QString &teil : imText)
-        QVERIFY2(text.contains(teil), qPrintable(text));
-    QVERIFY(text.count(QLatin1String("<spiel ")) <= 3);
+        QVERIFY2(text.contains(teil), qPrintable(text.left(600)));
+    QTEST(int(text.count(QLatin1String("<spiel "))), "spiele");
 }
 
 // A copy that cannot be written says why and leaves the last one as it was, and nothing
@@ -252,73 +199,55 @@ void TstDateien::jornalAusSpiel()
     QVERIFY(JornalEintrag::ausSpiel(nullOuvert, JornalEintrag::Geloescht,
                                     QStringLiteral(u"J\u00FCrgen"),
                                     "Carl") == jornalAbend(false).at(3));
-    QCOMPARE(JornalEintrag::spielerSitz(grand) + JornalEintrag::spielerSitz(SpielEintrag()), 1);
+    QCOMPARE(JornalEintrag::spielerSitz(grand), 2);
+    QCOMPARE(JornalEintrag::spielerSitz(SpielEintrag()), -1);
 }
 
-void TstDateien::jornalBeschaedigt_data()
+void TstDateien::jornalLesen_data()
 {
-    QTest::addColumn<SkatJornal::Form>("form");
-    QTest::addColumn<QByteArray>("inhalt"); // null: there is no file
-    const QByteArray gut = dateiInhalt(QFINDTESTDATA("data/jornal.json"));
-    QTest::newRow("Datei fehlt") << SkatJornal::Json << QByteArray();
-    QTest::newRow("abgeschnitten") << SkatJornal::Json << gut.left(gut.size() / 2);
-    // A valid header, then an entry that is no object: nothing of the file may be taken.
-    QTest::newRow("Eintrag kein Objekt")
-        << SkatJornal::Json << QByteArray(gut).replace("\"spiele\": [", "\"spiele\": [1, ");
-    QTest::newRow("Zahl mit Bruch")
-        << SkatJornal::Json << QByteArray(gut).replace("\"spielnr\": 3", "\"spielnr\": 3.5");
-    QTest::newRow("unbekannter Typ")
-        << SkatJornal::Json << QByteArray(gut).replace("\"normal\"", "\"anders\"");
-    QTest::newRow("Flag keine Wahrheit")
-        << SkatJornal::Json << QByteArray(gut).replace("\"hand\": true", "\"hand\": 1");
-    QTest::newRow("Typ keine Zeichenkette")
-        << SkatJornal::Json << QByteArray(gut).replace("\"normal\"", "5");
-    QTest::newRow("kein Objekt") << SkatJornal::Json << QByteArray("[]");
-    QTest::newRow("Kopf kein Objekt") << SkatJornal::Json << QByteArray("{\"skatliste\": 5}");
-    QTest::newRow("Datum keine Zeichenkette")
-        << SkatJornal::Json << QByteArray(gut).replace("\"14-11-2026\"", "14");
-    QTest::newRow("CBOR mit Anhang")
-        << SkatJornal::Binaer << dateiInhalt(QFINDTESTDATA("data/jornal.dat")) + "x";
+    Faelle::laden("jornallesen.tsv");
+    // A valid header, then a damaged entry: nothing of the file may be taken.
+    const QByteArray gut = Faelle::datei("jornal.json");
+    for (const auto &[fall, alt, neu] :
+         {std::tuple{"abgeschnitten", gut.mid(gut.size() / 2), QByteArray()},
+          {"Eintrag kein Objekt", "\"spiele\": [", "\"spiele\": [1, "},
+          {"Zahl mit Bruch", "\"spielnr\": 3", "\"spielnr\": 3.5"},
+          {"unbekannter Typ", "\"normal\"", "\"anders\""},
+          {"Flag keine Wahrheit", "\"hand\": true", "\"hand\": 1"},
+          {"Typ keine Zeichenkette", "\"normal\"", "5"},
+          {"Datum keine Zeichenkette", "\"14-11-2026\"", "14"}})
+        QTest::newRow(fall) << "JSON" << QByteArray(gut).replace(alt, neu) << QString();
+    QTest::newRow("CBOR mit Anhang") << "CBOR" << Faelle::datei("jornal.dat") + "x" << QString();
 }
 
-void TstDateien::jornalBeschaedigt()
+void TstDateien::jornalLesen()
 {
-    QFETCH(SkatJornal::Form, form);
+    QFETCH(QString, form);
     QFETCH(QByteArray, inhalt);
+    QFETCH(QString, spieler);
+    const SkatJornal::Form f =
+        form == QLatin1String("CBOR") ? SkatJornal::Binaer : SkatJornal::Json;
     QTemporaryDir ordner;
     const QString basis = ordner.filePath("jornal");
     if (!inhalt.isNull()) {
-        QFile datei(SkatJornal::dateiPfad(basis, form));
+        QFile datei(SkatJornal::dateiPfad(basis, f));
         QVERIFY(datei.open(QIODevice::WriteOnly) && datei.write(inhalt) == inhalt.size());
     }
     SkatJornal jornal;
     jornal.setPath(basis);
     jornal.setKopf(QDate(2025, 3, 1), 8, 3);
     jornal.anhaengen(jornalAbend(false).at(2));
-    QTest::ignoreMessage(QtWarningMsg, "Kann Jornaldatei nicht laden.");
-    QVERIFY(!jornal.load(form));
-    QCOMPARE(jornal.tischNr(), 8);
+    if (spieler.isNull())
+        QTest::ignoreMessage(QtWarningMsg, "Kann Jornaldatei nicht laden.");
+    QCOMPARE(jornal.load(f), !spieler.isNull());
+    QCOMPARE(jornal.tischNr(), spieler.isNull() ? 8 : 1);
     QCOMPARE(jornal.eintraege().size(), 1);
+    QCOMPARE(jornal.eintraege().at(0).spieler, spieler.isNull() ? QString() : spieler);
 }
 
 void TstDateien::spielerDatei_data()
 {
-    QTest::addColumn<QByteArray>("inhalt");
-    QTest::addColumn<QStringList>("namen");
-    QTest::newRow("Gross vor klein")
-        << QByteArray("b\nA\na\nanna\nB") << QStringList{"A", "B", "a", "anna", "b"};
-    QTest::newRow("BOM, CRLF, Leerzeilen")
-        << QByteArray("\xEF\xBB\xBF  Zoe Z \r\n\r\n\t\nAnna\r\n") << QStringList{"Anna", "Zoe Z"};
-    QTest::newRow("NUL beendet die Zeile")
-        << QByteArray("Anna\0Rest\n\0Bernd\nCarl\r\0\n", 24) << QStringList{"Anna", "Carl"};
-    QTest::newRow("verbotene Zeichen, Doppelte bleiben")
-        << QByteArray("An|na\nB@rnd\n$Carl:\n|@$:\nAnna\n")
-        << QStringList{"Anna", "Anna", "Brnd", "Carl"};
-    // 40 characters at most; a cut never leaves a blank or half a character behind.
-    QTest::newRow("zu lang") << QString(39, QLatin1Char('x')).toUtf8() + " yz\n" +
-                                    QString(39, QLatin1Char('y')).toUtf8() + "\xF0\x9F\x82\xA1"
-                             << QStringList{QString(39, QLatin1Char('x')),
-                                            QString(39, QLatin1Char('y'))};
+    Faelle::laden("spielerdatei.tsv");
 }
 
 void TstDateien::spielerDatei()

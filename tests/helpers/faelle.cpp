@@ -33,7 +33,8 @@ struct Zelle
     void fertig()
     {
         // In a bytes cell every unit is one Latin-1 byte, so text and bytes stay apart.
-        text += alsBytes ? QString::fromLatin1(offen) : QString::fromUtf8(offen);
+        text += alsBytes ? QString::fromLatin1(offen.constData(), offen.size())
+                         : QString::fromUtf8(offen.constData(), offen.size());
         offen.clear();
     }
 };

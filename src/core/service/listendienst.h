@@ -25,6 +25,9 @@ class QSqlTableModel;
 
 struct ListenAenderung
 {
+    Q_GADGET
+
+public:
     enum Art
     {
         SpielNeu,       // zeile: the game entered
@@ -37,6 +40,7 @@ struct ListenAenderung
         Register,       // players registered or the registry replaced
         Einstellungen   // costs, club name, Fabian points or backup interval
     };
+    Q_ENUM(Art)
     Art art;
     int zeile = 0;
 };
