@@ -7,6 +7,7 @@
 #include "app/link/netzsteuerung.h"
 #include "app/mainwindow.h"
 #include "core/link/paarung.h"
+#include "helpers/faelle.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
@@ -22,10 +23,6 @@ const QString Manager = QStringLiteral("Tabulor@10.0.0.9:4000");
 const QString Manager2 = QStringLiteral("Tabulor@10.0.0.8:4000");
 const QString Tisch = QStringLiteral("Kartulo@10.0.0.12:4000");
 const QString Tisch2 = QStringLiteral("Kartulo@10.0.0.13:4000");
-
-const QString Einschleusung = QStringLiteral("x'; DROP TABLE SpielListe; --");
-const QString Steuerzeichen = QStringLiteral("A") + QChar(u'\0') + QStringLiteral("B\x1b\t\r\nC");
-const QString Megabyte(1 << 20, QLatin1Char('x'));
 
 // Table 5, series 1, four players, a running tournament list.
 void laufendeListe()
@@ -120,144 +117,13 @@ private slots:
     void verbindung_data();
     void verbindung();
     void nurImTurnier();
+    void abendMitManager();
+    void zweitlisteAnfragen();
 };
 
 void TstNetz::nachrichten_data()
 {
-    QTest::addColumn<QString>("von");
-    QTest::addColumn<QString>("vorher"); // see vorbereiten()
-    QTest::addColumn<QStringList>("texte");
-    QTest::addColumn<QStringList>("danach"); // none: nothing changed
-    QTest::addColumn<int>("abgewiesen");
-    const auto zeile = [](const char *name, const QString &von, const QString &vorher,
-                          const QStringList &texte, const QStringList &danach, int abgewiesen) {
-        QTest::newRow(name) << von << vorher << texte << danach << abgewiesen;
-    };
-    const QString x40(40, QLatin1Char('x'));
-    const QString drei = "@1|A|Ja|Ja@2|B|Ja|Ja@3|C|Ja|Ja";
-    const QString kosten = "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|";
-    const QString tisch7 = "9:127.0.0.1:$7@1@";
-    const QString ende = "@SpielerEnde";
-    // Kreuz with 1, won by seat 1, bid 18: value 24.
-    const QString spiel = "12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@18";
-    const QString kopie = "14:127.0.0.1:$" + spiel;
-    const QString vergeben = "Meldungen=Tisch 0 ist schon vergeben!";
-    const QString auslosung =
-        "Meldungen=Auslosung noch nicht abgeschlossen\noder Tisch 5 nicht vorhanden!";
-
-    // Who may say what.
-    zeile("3 vom Manager", Manager, "Manager", {"3:127.0.0.1:$7"},
-          {"Meldungen=Tisch 7 ist schon vergeben!"}, 0);
-    zeile("3 an anderen Tisch", Manager, "Manager", {"3:10.0.0.1:$7"}, {}, 0);
-    zeile("3 von einem Tisch", Tisch, "", {"3:127.0.0.1:$7"}, {}, 1);
-    zeile("3 vom zweiten Tabulor", Manager2, "Manager", {"3:127.0.0.1:$7"}, {}, 1);
-    zeile("4 ohne Anmeldung", Manager, "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 1);
-    zeile("4 vom zweiten Tabulor", Manager2, "Manager", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 1);
-    zeile("4 von einem Tisch", Tisch, "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 1);
-    zeile("4 Tabulor als Vorsilbe", "Tabulor2@10.0.0.9:4000", "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {},
-          0);
-    zeile("4 fremdes Programm", "Fremd@10.0.0.3:1", "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 0);
-    zeile("4 leerer Absender", "", "", {"4:127.0.0.1:$7|Eva|Ja|Ja"}, {}, 0);
-    zeile("4 kaputt", Manager, "Manager", {"4:127.0.0.1:$7|Eva$"}, {}, 0);
-    zeile("4 tausendeins Spieler", Manager, "Manager",
-          {"4:127.0.0.1:$" + QString("@7|Eva|Ja|Ja").repeated(1001).mid(1)}, {}, 1);
-    zeile("6 von einem Tisch", Tisch, "", {"6:127.0.0.1:G$5@1" + drei}, {}, 1);
-    zeile("6 fuenf Sitze", Manager, "Manager",
-          {"6:127.0.0.1:G$5@1" + drei + "@4|D|Ja|Ja@5|E|Ja|Ja"}, {}, 1);
-    zeile("6 anderer Tisch", Manager, "Manager", {"6:127.0.0.1:G$9@1" + drei},
-          {auslosung, "Gruppe=G"}, 0);
-    zeile("6 zu wenige", Manager, "Manager", {"6:127.0.0.1:G$5@1@1|Anna|Ja|Ja"}, {auslosung}, 0);
-    zeile("12 vom Manager", Manager, "Manager", {"12:127.0.0.1:$9"}, {}, 0);
-    zeile("15 von einem Tisch", Tisch, "", {kosten + "Nord"}, {}, 1);
-    zeile("15 ohne Anmeldung", Manager, "", {kosten + "Nord"}, {}, 1);
-    zeile("7 sechs Ergebnisse", Tisch, "",
-          {"7:10.0.0.12:$" + QString("@O|1|1|0|0|0|0|-").repeated(6).mid(1)}, {}, 1);
-    zeile("7 ohne Namen", Tisch, "", {"7:10.0.0.12:$"}, {}, 1);
-    zeile("7 Name 1 MB", Tisch, "", {"7:10.0.0.12:$" + Megabyte + "|1|1|0|0|0|0|-"}, {}, 1);
-    zeile("7 Punkte keine Zahl", Tisch, "", {"7:10.0.0.12:$Otto|1|1|x|0|0|0|-"}, {}, 1);
-    zeile("7 Tisch keine Zahl", Tisch, "", {"7:10.0.0.12:$Otto|x|1|0|0|0|0|-"}, {}, 1);
-    zeile("7 ein Tisch", Tisch, "", {"7:10.0.0.12:$Otto|1|1|0|0|0|0|-@Eva|1|1|0|0|0|0|-|7"},
-          {"Rangliste=6"}, 0);
-    zeile("7 vom Manager", Manager, "Manager", {"7:10.0.0.9:$Otto|1|1|0|0|0|0|-"}, {}, 0);
-    zeile("8 anderer Tisch", Tisch, "", {"8:10.0.0.12:$" + Megabyte}, {}, 0);
-    zeile("8 an Zweitliste", Tisch2, "Zweitliste", {"8:127.0.0.1:$5"}, {}, 0);
-    zeile("9 ohne Anfrage", Tisch, "", {tisch7 + "0|Eva" + ende}, {}, 1);
-    zeile("9 leer", Tisch, "Anfrage", {"9:127.0.0.1:$"}, {}, 1);
-    zeile("9 anderer Tisch", Tisch, "Anfrage", {"9:127.0.0.1:$8@1@0|Eva" + ende}, {}, 1);
-    zeile("9 nach Paarung", Tisch2, "Zweitliste", {tisch7 + "0|Eva" + ende}, {}, 1);
-    zeile("9 fuenf Spieler", Tisch, "Anfrage", {tisch7 + "0|E@0|F@0|G@0|H@0|I" + ende}, {}, 1);
-    zeile("9 1 MB", Tisch, "Anfrage", {tisch7 + "0|" + Megabyte + ende},
-          {"Liste=Zweitliste Tisch 7", "Register=Anna,Bernd,Clara,Dora," + x40}, 0);
-    zeile("9 Steuerzeichen", Tisch, "Anfrage", {tisch7 + "0|" + Steuerzeichen + ende},
-          {"Register=Anna,Bernd,Clara,Dora,A B    C"}, 0);
-    zeile("10 ohne Anfrage", Tisch, "", {"10:127.0.0.1:$5@nein"}, {}, 1);
-    zeile("10 nach Paarung", Tisch, "Zweitliste", {"10:127.0.0.1:$7@nein"}, {}, 1);
-    zeile("10 ein Eintrag", Tisch, "Anfrage", {"10:127.0.0.1:$"}, {}, 0);
-    zeile("10 1 MB", Tisch, "Anfrage", {"10:127.0.0.1:$7@" + Megabyte},
-          {"Meldungen=" + Megabyte.left(200), "Verbinden=1"}, 0);
-    zeile("10 Steuerzeichen", Tisch, "Anfrage", {"10:127.0.0.1:$7@" + Steuerzeichen},
-          {"Meldungen=" + Steuerzeichen}, 0);
-    zeile("11 ohne Zweitliste", Tisch, "", {"11:127.0.0.1:$"}, {}, 1);
-    zeile("11 von fremdem Tisch", Tisch, "Erstliste", {"11:127.0.0.1:$"}, {}, 1);
-    zeile("11 von der Zweitliste", Tisch2, "Erstliste", {"11:127.0.0.1:$"},
-          {"Meldungen=ZweitListe hat sich abgemeldet.", "Verbinden=1"}, 0);
-    zeile("12 1 MB", Tisch, "", {"12:10.0.0.12:$" + Megabyte}, {}, 0);
-    zeile("12 neue Nummer", Tisch, "", {"12:10.0.0.99:$8"}, {"Tische=10.0.0.12:8"}, 0);
-    zeile("13 ohne Paarung", Tisch, "", {"13:127.0.0.1:$5@1@1@" + spiel}, {}, 0);
-    zeile("13 keine Zahlen", Tisch, "Zweitliste",
-          {kopie, "13:127.0.0.1:$7@1@1" + QString("@" + Steuerzeichen).repeated(17)},
-          {"Meldungen=Eintrag bei Spiel 1 Spielwert 12 <> Spielwert 0.|Eintrag bei Spiel 1 Mit 1 "
-           "<> Mit 0.|Eintrag bei Spiel 1 Gewonnen 24 <> Gewonnen 0.|Eintrag bei Spiel 1 Spieler1 "
-           "24 <> Spieler1 0.|Eintrag bei Spiel 1 Reizung 18 <> Reizung 0."},
-          0);
-    zeile("13 von fremdem Tisch", Tisch2, "Zweitliste",
-          {"13:127.0.0.1:$7@1@1@" + QString(spiel).replace("@18", "@20")}, {}, 1);
-    zeile("14 ohne Paarung", Tisch, "", {kopie}, {}, 1);
-    zeile("14 vor den Spielern", Tisch, "Anfrage", {kopie}, {}, 1);
-    zeile("14 von fremdem Tisch", Tisch2, "Zweitliste", {kopie}, {}, 1);
-    zeile("14 Kopie", Tisch, "Zweitliste", {kopie}, {"Spiele=1"}, 0);
-    zeile("14 andere Gruppe", Tisch, "Zweitliste", {QString(kopie).replace(":$", ":G$")}, {}, 0);
-    zeile("14 leer", Tisch, "Zweitliste", {"14:127.0.0.1:$"}, {}, 1);
-    zeile("14 1 MB", Tisch, "Zweitliste", {"14:127.0.0.1:$" + Megabyte}, {}, 1);
-    zeile("14 falscher Wert", Tisch, "Zweitliste",
-          {QString(kopie).replace("@24@0@24@", "@25@0@25@")}, {}, 1);
-    zeile("14 zwei Alleinspieler", Tisch, "Zweitliste",
-          {QString(kopie).replace("@24@0@0@", "@24@24@0@")}, {}, 1);
-    zeile("14 ueberreizt", Tisch, "Zweitliste", {QString(kopie).replace("@18", "@30")}, {}, 1);
-    zeile("14 Merkmal 2", Tisch, "Zweitliste", {QString(kopie).replace("12@1@0@0", "12@1@0@2")}, {},
-          1);
-    zeile("17 Pfad", Tisch, "", {"16:127.0.0.1:$../../x.pdf", "17:127.0.0.1:$../../x.pdf@eJw="}, {},
-          0);
-
-    // What the manager's messages do with bad content.
-    zeile("3 leer", Manager, "Manager", {"3:127.0.0.1:$"}, {vergeben}, 0);
-    zeile("3 1 MB", Manager, "Manager", {"3:127.0.0.1:$" + Megabyte}, {vergeben}, 0);
-    zeile("4 leer", Manager, "Manager", {"4:127.0.0.1:$"}, {"Register="}, 0);
-    zeile("4 1 MB", Manager, "Manager", {"4:127.0.0.1:$7|" + Megabyte}, {"Register=" + x40}, 0);
-    zeile("4 Steuerzeichen", Manager, "Manager", {"4:127.0.0.1:$7|" + Steuerzeichen},
-          {"Register=A B    C"}, 0);
-    zeile("4 Einschleusung", Manager, "Manager", {"4:127.0.0.1:$7|" + Einschleusung + "@8|A:nna"},
-          {"Register=" + Einschleusung + ",Anna"}, 0);
-    zeile("6 leer", Manager, "Manager", {"6:127.0.0.1:$"}, {auslosung}, 0);
-    zeile("6 1 MB", Manager, "Manager", {"6:127.0.0.1:" + Megabyte + "$5@1@1|" + Megabyte + drei},
-          {"Meldungen=Neues Protokoll?", "Neu1=" + x40,
-           "Register=Anna,Bernd,Clara,Dora," + x40 + ",A,B,C", "Gruppe=" + Megabyte.left(32767)},
-          0);
-    zeile("6 Steuerzeichen", Manager, "Manager",
-          {"6:127.0.0.1:" + Steuerzeichen + "$5@1@1|" + Steuerzeichen + drei},
-          {"Neu1=" + Steuerzeichen, "Register=Anna,Bernd,Clara,Dora,A B    C,A,B,C",
-           "Gruppe=" + Steuerzeichen},
-          0);
-    zeile("6 Einschleusung", Manager, "Manager", {"6:127.0.0.1:G$5@1@1|" + Einschleusung + drei},
-          {"Neu1=" + Einschleusung, "Gruppe=G"}, 0);
-    zeile("15 leer", Manager, "Manager", {"15:127.0.0.1:$"}, {}, 0);
-    zeile("15 1 MB", Manager, "Manager", {kosten + Megabyte}, {"Kartengeld=0.7", "Verein=" + x40},
-          0);
-    zeile("15 Steuerzeichen", Manager, "Manager",
-          {QString(kosten).replace("0.7", "0.7\x1b") + Steuerzeichen},
-          {"Kartengeld=1.0", "Verein=" + Steuerzeichen}, 0);
-    zeile("15 Einschleusung", Manager, "Manager", {kosten + Einschleusung},
-          {"Verein=" + Einschleusung}, 0);
+    Faelle::laden("netznachrichten.tsv");
 }
 
 // A message changes exactly what its row says, or nothing; what came from
@@ -584,34 +450,7 @@ void TstNetz::schluessel()
 // box and changes nothing; what can is kept in the link's own file and used.
 void TstNetz::verbindung_data()
 {
-    QTest::addColumn<QString>("server");
-    QTest::addColumn<QString>("kennung");
-    QTest::addColumn<QString>("schluessel");
-    QTest::addColumn<QString>("meldung");
-    QTest::addColumn<QString>("anzeige");
-    const QString acht = "0011 2233 4455 6677";
-    const QString nichtErreicht = "Verbindung: Veranstaltung, Server 127.0.0.1:9 nicht erreicht";
-    QTest::newRow("veranstaltung") << "127.0.0.1:9"
-                                   << "tisch07" << acht << "" << nichtErreicht;
-    QTest::newRow("server leer") << ""
-                                 << "tisch07" << acht << "Server"
-                                 << "";
-    QTest::newRow("server mit leerzeichen") << "a b"
-                                            << "tisch07" << acht << "Server"
-                                            << "";
-    QTest::newRow("kennung mit /") << "127.0.0.1:9"
-                                   << "tisch/07" << acht << "Kennung"
-                                   << "";
-    QTest::newRow("schluessel kein hex") << "127.0.0.1:9"
-                                         << "tisch07"
-                                         << "0011 2233 4455 667x"
-                                         << "Schluessel"
-                                         << "";
-    QTest::newRow("schluessel zu kurz") << "127.0.0.1:9"
-                                        << "tisch07"
-                                        << "0011"
-                                        << "Schluessel"
-                                        << "";
+    Faelle::laden("verbindung.tsv");
 }
 
 void TstNetz::verbindung()
@@ -675,6 +514,111 @@ void TstNetz::nurImTurnier()
         emit client->newMessage(Manager, "3:127.0.0.1:$7");
     }
     QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
+}
+
+// A table and the manager over the real link, in one process on loopback:
+// every message of an evening goes both ways.
+void TstNetz::abendMitManager()
+{
+    // Three players, three games: the third ends the round.
+    QVERIFY(TestProtokoll::anlegen(3, 3, 0, 5));
+    MeldungsBeantworter antworten;
+    auto fenster = std::make_unique<MainWindow>();
+    Client manager(QStringLiteral("Tabulor"));
+    QStringList tische;
+    QStringList empfangen;
+    connect(&manager, &Client::newParticipant, this, [&](const QString &id) { tische << id; });
+    connect(&manager, &Client::newMessage, this,
+            [&](const QString &, const QString &text) { empfangen << text; });
+    QTRY_COMPARE_WITH_TIMEOUT(tische.size(), 1, 10000);
+    QVERIFY2(tische.first().startsWith("Kartulo@127.0.0.1:"), qPrintable(tische.first()));
+    QTRY_VERIFY_WITH_TIMEOUT(fenster->statusBar()->currentMessage().startsWith("Verbunden Tabulor"),
+                             10000);
+
+    // The manager's player list reaches the table.
+    manager.sendMessage("4:127.0.0.1:$12|Erika Muster|Ja|Nein@13|Otto Normal|Nein|Ja");
+    QTRY_COMPARE(TestProtokoll::spalte("Spieler", "MgldNr"), QList<int>({12, 13}));
+
+    // The table asks for its players.
+    kind<QLineEdit>(fenster.get(), "leNeuTischNr")->setText("5");
+    kind<QLineEdit>(fenster.get(), "leNeuSerie")->setText("1");
+    fenster->spielerdatenAnfordern();
+    QTRY_VERIFY(empfangen.contains("5:127.0.0.1:$5@1"));
+
+    // Each game sends its row and the results; the third ends the round and,
+    // asked, sends the sheet.
+    for (int spiel = 0; spiel < 3; ++spiel)
+        eingeben(fenster.get(), Spiel{"tbKreuz", (spiel + 1) % 3, true, ""});
+    QTRY_VERIFY(empfangen.contains(
+        QStringLiteral("13:127.0.0.1:$5@1@3@12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@0")));
+    QTRY_VERIFY(!empfangen.filter(QRegularExpression("^17:127.0.0.1:\\$")).isEmpty());
+    const QStringList ergebnisse = empfangen.filter(QRegularExpression("^7:127.0.0.1:\\$"));
+    QVERIFY(!ergebnisse.isEmpty());
+    QVERIFY2(ergebnisse.last().contains("Bernd|5|1|"), qPrintable(ergebnisse.last()));
+    QVERIFY(antworten.texte.contains("Rundenende erreicht!\nDaten nach Tabulor kopieren?"));
+
+    const QString pdf = TestUmgebung::datenVerzeichnis() + "/Skat20-11-2026_S1_T5.pdf";
+    QVERIFY(empfangen.contains("16:127.0.0.1:$Skat20-11-2026_S1_T5.pdf"));
+    const QString blatt = empfangen.filter(QRegularExpression("^17:127.0.0.1:\\$")).last();
+    const QString daten = blatt.section('@', 1);
+    QVERIFY(blatt.startsWith("17:127.0.0.1:$Skat20-11-2026_S1_T5.pdf@"));
+    QFile datei(pdf);
+    QVERIFY(datei.open(QIODevice::ReadOnly));
+    QCOMPARE(qUncompress(QByteArray::fromBase64(daten.toLatin1())), datei.readAll());
+
+    // The table leaves: the manager sees it go.
+    QStringList gegangen;
+    connect(&manager, &Client::participantLeft, this, [&](const QString &id) { gegangen << id; });
+    fenster.reset();
+    QTRY_COMPARE_WITH_TIMEOUT(gegangen, tische, 10000);
+}
+
+// A first list answers a second list's request: refused while its list has
+// not started, then the players and every game so far, then refused again
+// as it has its second list. Every answer goes to the address the request
+// came from, not the one its text claims.
+void TstNetz::zweitlisteAnfragen()
+{
+    MeldungsBeantworter antworten;
+    auto fenster = std::make_unique<MainWindow>();
+    Client zweite(QStringLiteral("Kartulo"));
+    QStringList empfangen;
+    connect(&zweite, &Client::newMessage, this,
+            [&](const QString &, const QString &text) { empfangen << text; });
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.participants().size(), 1, 10000);
+
+    // Table 0 without a list: a request for table 0 is refused.
+    zweite.sendMessage("8:10.1.1.1:$0");
+    QTRY_COMPARE(
+        empfangen.filter(QRegularExpression("^10:")),
+        QStringList({"10:127.0.0.1:$0@Protokoll in Erstliste wurde noch nicht gestartet!"}));
+    zweite.sendMessage("8:10.1.1.1:$7");
+    fenster.reset();
+    empfangen.clear();
+
+    TestUmgebung::allesLoeschen();
+    QVERIFY(TestProtokoll::anlegen(3, 36, 0, 5));
+    fenster = std::make_unique<MainWindow>();
+    eingeben(fenster.get(), Spiel{"tbKreuz", 1, true, ""});
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.participants().size(), 1, 10000);
+    zweite.sendMessage("8:10.1.1.1:$5");
+    QTRY_VERIFY(!empfangen.filter(QRegularExpression("^14:")).isEmpty());
+    QCOMPARE(empfangen.filter(QRegularExpression("^9:")),
+             QStringList({"9:127.0.0.1:$5@1@100|Anna|Ja|Ja@101|Bernd|Ja|Ja@102|Clara|Ja|Ja@"
+                          "SpielerEnde"}));
+    QCOMPARE(empfangen.filter(QRegularExpression("^14:")),
+             QStringList({"14:127.0.0.1:$12@1@0@0@0@0@0@0@0@24@0@0@24@0@0@0@0"}));
+    zweite.sendMessage("8:10.1.1.2:$5");
+    QTRY_COMPARE(empfangen.filter(QRegularExpression("^10:")),
+                 QStringList({"10:127.0.0.1:$5@Tisch 5 hat schon Zweitliste!"}));
+
+    // A corrected game goes to the second list again, to be compared anew.
+    fenster->onUebersichtDoubleClicked(
+        kind<QTableView>(fenster.get(), "tblViewUebersicht")->model()->index(0, 0));
+    for (const char *knopf : {"tbVerloren", "pbFertig", "pbInListeEintragen"})
+        klick(fenster.get(), knopf);
+    QTRY_COMPARE(empfangen.filter(QRegularExpression("^13:127\\.0\\.0\\.1:\\$5@1@1@")),
+                 QStringList({"13:127.0.0.1:$5@1@1@12@1@0@0@0@0@0@0@0@0@48@0@-48@0@0@0@0"}));
 }
 
 KARTULO_TEST_MAIN(TstNetz)
