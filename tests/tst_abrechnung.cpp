@@ -250,5 +250,5 @@ void TstAbrechnung::zeitlimit()
         QVERIFY2(!Zeitlimit::ausText(QLatin1String(text)).isValid(), text);
 }
 
-KARTULO_KERN_TEST_MAIN(TstAbrechnung)
+KARTULO_TEST_MAIN(TstAbrechnung)
 #include "tst_abrechnung.moc"

@@ -146,5 +146,5 @@ void TstAbsturz::toetenUndNeustarten()
           toetungen, saat, beiDerArbeit, gesamt);
 }
 
-KARTULO_KERN_TEST_MAIN(TstAbsturz)
+KARTULO_TEST_MAIN(TstAbsturz)
 #include "tst_absturz.moc"

@@ -266,5 +266,5 @@ void TstDateien::spielerDatei()
     QVERIFY(!SpielerDatei::ausListenEintrag(QStringLiteral("  ")));
 }
 
-KARTULO_KERN_TEST_MAIN(TstDateien)
+KARTULO_TEST_MAIN(TstDateien)
 #include "tst_dateien.moc"

@@ -60,8 +60,7 @@ private slots:
 // table and series, and only whole.
 void TstDateiFenster::kosten()
 {
-    QVERIFY(anlegen(4, 48, 0, 5));
-    MainWindow fenster;
+    Probe fenster(4);
     QVERIFY(blattTexte(fenster).contains("Kartengeld 1.0 Euro"));
     auto *feld = kind<QLineEdit>(&fenster, "leKartengeld");
     feld->setText(QStringLiteral("1,5"));
@@ -92,9 +91,7 @@ void TstDateiFenster::blattUndSpeichern()
 {
     for (const int modus : {0, 1, 2}) {
         TestUmgebung::allesLoeschen();
-        QVERIFY(anlegen(3, 36, modus, 12));
-        MainWindow fenster;
-        MeldungsBeantworter antworten;
+        Probe fenster(3, 36, modus, 12);
         eingeben(&fenster, Spiel{"tbKreuz", 0, true, ""});
         eingeben(&fenster, Spiel{"tbKaro", 1, false, ""});
         const QStringList texte = blattTexte(fenster);
@@ -106,7 +103,7 @@ void TstDateiFenster::blattUndSpeichern()
         fenster.onSaveListe(true);
         const QString pdf = TestUmgebung::datenVerzeichnis() + "/Skat20-11-2026_S1_T12.pdf";
         // Each game asked and announced the dealer before.
-        QCOMPARE(antworten.titel.mid(4) + antworten.texte.mid(4),
+        QCOMPARE(fenster.antworten.titel.mid(4) + fenster.antworten.texte.mid(4),
                  modus == 2 ? QStringList() : QStringList({"INFO", "Datei\n" + pdf}));
         QFile blatt(pdf);
         const QByteArray inhalt = blatt.open(QIODevice::ReadOnly) ? blatt.readAll() : "";
@@ -127,8 +124,7 @@ void TstDateiFenster::speichernUndLaden()
         statements << Sql::spielEinfuegen(e);
     QVERIFY(sql(statements));
     const QList<int> abend = inhalt();
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
+    Probe fenster;
     fenster.onSaveListe(false);
     const QString name = TestUmgebung::datenVerzeichnis() + "/Skat20-11-2026_S2_T5";
     QVERIFY(QFile::exists(name + ".pdf") && QFile::exists(name + ".xml"));
@@ -172,21 +168,21 @@ void TstDateiFenster::speichernUndLaden()
     QTRY_VERIFY(!fenster.findChild<DockFileView *>());
     QCOMPARE(inhalt(), abend);
     // Saving and cancelling said nothing; the full list loaded ends the round.
-    QCOMPARE(antworten.titel.mid(0, 2), QStringList({"WARNUNG", "INFORMATION"}));
-    QVERIFY2(
-        antworten.texte.first().contains("/kaputt.xml\nist kein lesbares Protokoll.\nZeile 5:"),
-        qPrintable(antworten.texte.first()));
-    QCOMPARE(antworten.texte.last(), QStringLiteral("Rundenende erreicht!"));
+    QCOMPARE(fenster.antworten.titel.mid(0, 2), QStringList({"WARNUNG", "INFORMATION"}));
+    QVERIFY2(fenster.antworten.texte.first().contains(
+                 "/kaputt.xml\nist kein lesbares Protokoll.\nZeile 5:"),
+             qPrintable(fenster.antworten.texte.first()));
+    QCOMPARE(fenster.antworten.texte.last(), QStringLiteral("Rundenende erreicht!"));
     QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("XML-Liste Tisch 5"));
     QCOMPARE(kind<QTableView>(&fenster, "tblViewUebersicht")->model()->rowCount(), 48);
 
     // A folder where a file should go: each save names its file and the reason.
-    antworten.texte.clear();
+    fenster.antworten.texte.clear();
     for (const char *endung : {".pdf", ".xml"})
         QVERIFY(QFile::remove(name + endung) && QDir().mkdir(name + endung));
     fenster.onSaveListe(false);
-    QCOMPARE(antworten.texte.size(), 2);
-    for (const QString &meldung : antworten.texte)
+    QCOMPARE(fenster.antworten.texte.size(), 2);
+    for (const QString &meldung : fenster.antworten.texte)
         QVERIFY2(QRegularExpression("^Die Datei\n.*/Skat20-11-2026_S2_T5\\.(pdf|xml)\n"
                                     "kann nicht geschrieben werden:\n.+")
                      .match(meldung)

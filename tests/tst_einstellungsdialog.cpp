@@ -62,8 +62,7 @@ void TstEinstellungsdialog::imFenster()
     for (const SpielEintrag &e : TestProtokoll::abend(4, 4))
         spiele << Sql::spielEinfuegen(e);
     QVERIFY(TestProtokoll::sql(spiele));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster;
     Client *client = fenster.findChild<Client *>();
     emit client->newParticipant("Tabulor@10.0.0.9:4000");
     const QString vorher = text(&fenster, "lePunkte1");
@@ -77,13 +76,13 @@ void TstEinstellungsdialog::imFenster()
         kind<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
     });
     fenster.onEinstellungen();
-    QVERIFY(antworten.texte.isEmpty());
+    QVERIFY(fenster.antworten.texte.isEmpty());
     QVERIFY(!fenster.findChild<DlgSettings *>());
     QVERIFY2(text(&fenster, "lePunkte1") != vorher, qPrintable(vorher));
     QCOMPARE(kind<QTimer>(&fenster, "sicherheitskopieTimer")->interval(), 7 * 60000);
     fenster.onWlanBenutzen(true);
     emit client->newMessage("Tabulor@10.0.0.9:4000", "3:127.0.0.1:$7");
-    QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
+    QCOMPARE(fenster.antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
 }
 
 KARTULO_TEST_MAIN(TstEinstellungsdialog)

@@ -668,8 +668,7 @@ void TstListenDienst::anweisungen()
 
 void TstListenDienst::einstellungen()
 {
-    QSettings store(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
-                    QStringLiteral("Kartulo"));
+    QSettings store = TestUmgebung::einstellungen();
     for (auto [key, wert] : {std::pair{"platz2", QVariant(4.5)},
                              {"Kartengeld", QVariant(0.7)},
                              {"VerlSpieleDerGegenSpieler3", QVariant(44)},
@@ -728,5 +727,5 @@ void TstListenDienst::einstellungen()
                                      "Register:0", "Einstellungen:0"}));
 }
 
-KARTULO_KERN_TEST_MAIN(TstListenDienst)
+KARTULO_TEST_MAIN(TstListenDienst)
 #include "tst_listendienst.moc"

@@ -75,9 +75,7 @@ void TstListenfuehrung::zusaetze()
 {
     QFETCH(QStringList, knoepfe);
     QFETCH(int, wert);
-    QVERIFY(anlegen(4, 48));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     for (const QString &knopf :
          knoepfe + QStringList{"tbSpieler2", "pbFertig", "pbInListeEintragen"})
         klick(&fenster, qPrintable(knopf));
@@ -98,13 +96,11 @@ void TstListenfuehrung::ganzeListe()
 {
     QFETCH(int, spieler);
     QFETCH(int, anzahl);
-    QVERIFY(anlegen(spieler, anzahl));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
+    Probe fenster(spieler, anzahl);
     QList<int> nummern, spiele;
     for (int n = 1; n <= anzahl; ++n) {
         eingeben(&fenster, spielNummer(n, spieler));
-        const QStringList neu = antworten.texte.mid(2 * n - 2);
+        const QStringList neu = fenster.antworten.texte.mid(2 * n - 2);
         QVERIFY2(neu.value(0).endsWith("\nErgebnis korrekt?"), qPrintable(neu.join(" / ")));
         QCOMPARE(neu.value(1), n == anzahl ? QStringLiteral("Rundenende erreicht!")
                                            : "Geber " + Namen.at(n % spieler));
@@ -117,8 +113,9 @@ void TstListenfuehrung::ganzeListe()
 
     // One game more is refused.
     eingeben(&fenster, spielNummer(anzahl + 1, spieler));
-    QCOMPARE(antworten.titel.mid(2 * anzahl), QStringList({"FRAGE", "INFORMATION"}));
-    QCOMPARE(antworten.texte.last(), QStringLiteral("Anzahl von %1 Spielen erreicht.").arg(anzahl));
+    QCOMPARE(fenster.antworten.titel.mid(2 * anzahl), QStringList({"FRAGE", "INFORMATION"}));
+    QCOMPARE(fenster.antworten.texte.last(),
+             QStringLiteral("Anzahl von %1 Spielen erreicht.").arg(anzahl));
     QCOMPARE(text(&fenster, "leSpielBeschreibung"),
              QStringLiteral("%1 Spiele gespielt. ListenEnde.").arg(anzahl));
     QCOMPARE(zeilen("SpielListe"), anzahl);
@@ -132,9 +129,7 @@ void TstListenfuehrung::ganzeListe()
 // panel. The dealer's button is not offered, and refused should it be pressed.
 void TstListenfuehrung::ablehnungen()
 {
-    QVERIFY(anlegen(4, 48));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
+    Probe fenster(4);
     auto *geber = kind<QToolButton>(&fenster, "tbSpieler1");
     QVERIFY(!geber->isEnabled());
     for (const Spiel &spiel : {Spiel{"tbKreuz", -1, true, ""}, Spiel{"tbKaro", 1, true, "20"},
@@ -143,8 +138,8 @@ void TstListenfuehrung::ablehnungen()
         eingeben(&fenster, spiel);
         QVERIFY(!kind<QPushButton>(&fenster, "pbInListeEintragen")->isEnabled());
     }
-    QCOMPARE(antworten.titel, QStringList({"WARNUNG", "INFORMATION", "WARNUNG"}));
-    QCOMPARE(antworten.texte,
+    QCOMPARE(fenster.antworten.titel, QStringList({"WARNUNG", "INFORMATION", "WARNUNG"}));
+    QCOMPARE(fenster.antworten.texte,
              QStringList({"Kein Spieler selektiert!", "Spiel ueberreizt!\nGereizt 20 Spiel 18",
                           "Anna hat gegeben!"}));
     QCOMPARE(zeilen("SpielListe"), 0);
@@ -154,28 +149,26 @@ void TstListenfuehrung::ablehnungen()
 // with file and reason and stays on the panel; nothing moves on until it is stored.
 void TstListenfuehrung::gesperrt()
 {
-    QVERIFY(anlegen(4, 48));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
+    Probe fenster(4);
     eingeben(&fenster, spielNummer(1, 4));
     const QString status = fenster.statusBar()->currentMessage();
-    antworten.texte.clear();
+    fenster.antworten.texte.clear();
     {
         Sperre sperre(Sperre::Schreiben);
         QVERIFY(sperre.gehalten());
         eingeben(&fenster, spielNummer(2, 4));
     }
-    QCOMPARE(antworten.texte.size(), 2);
-    QVERIFY2(antworten.texte.last().contains(TestUmgebung::datenbankDatei()) &&
-                 antworten.texte.last().contains("locked"),
-             qPrintable(antworten.texte.last()));
+    QCOMPARE(fenster.antworten.texte.size(), 2);
+    QVERIFY2(fenster.antworten.texte.last().contains(TestUmgebung::datenbankDatei()) &&
+                 fenster.antworten.texte.last().contains("locked"),
+             qPrintable(fenster.antworten.texte.last()));
     QCOMPARE(fenster.statusBar()->currentMessage(), status);
     // Still the number of the game that waits to be entered.
     QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
     klick(&fenster, "pbInListeEintragen");
-    QCOMPARE(antworten.texte.mid(2).value(1), QStringLiteral("Geber Clara"));
+    QCOMPARE(fenster.antworten.texte.mid(2).value(1), QStringLiteral("Geber Clara"));
     QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11}));
     QCOMPARE(spalte("SpielListe", "Spieler3"), QList<int>({0, 22}));
 }
@@ -184,17 +177,15 @@ void TstListenfuehrung::gesperrt()
 // question keeps the game on the panel for another try.
 void TstListenfuehrung::wartezeit()
 {
-    QVERIFY(anlegen(3, 36));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
-    antworten.antworte(QMessageBox::No);
+    Probe fenster(3, 36);
+    fenster.antworten.antworte(QMessageBox::No);
     auto *warten = kind<QTimer>(&fenster, "wartenTimer");
     QVERIFY(warten && warten->isSingleShot());
     for (const char *name : {"tbPik", "tbMit", "tb1", "tbSpieler2", "pbFertig"})
         klick(&fenster, name);
     QVERIFY(warten->isActive());
     warten->start(5);
-    QTRY_COMPARE(antworten.titel, QStringList{"FRAGE"});
+    QTRY_COMPARE(fenster.antworten.titel, QStringList{"FRAGE"});
     QCOMPARE(zeilen("SpielListe"), 0);
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
 
@@ -218,18 +209,16 @@ void TstListenfuehrung::wartezeit()
 // under its number without the wait timer; a deleted row closes the gap.
 void TstListenfuehrung::korrigieren()
 {
-    QVERIFY(anlegen(4, 48));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
+    Probe fenster(4);
     for (int n = 1; n <= 5; ++n)
         eingeben(&fenster, Spiel{Typen[n % 7].first, n % 4, n != 3, n == 2 ? "20" : ""});
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
 
-    antworten.texte.clear();
+    fenster.antworten.texte.clear();
     auto *tabelle = kind<QTableView>(&fenster, "tblViewUebersicht");
     tabelle->setCurrentIndex(uebersicht(fenster)->index(1, 5));
     fenster.onSpielEintragBearbeiten();
-    QCOMPARE(antworten.texte.value(0), QStringLiteral("Spiel Nr 2 bearbeiten?"));
+    QCOMPARE(fenster.antworten.texte.value(0), QStringLiteral("Spiel Nr 2 bearbeiten?"));
     QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
     QVERIFY(kind<QToolButton>(&fenster, "tbSpieler3")->isChecked());
@@ -252,7 +241,7 @@ void TstListenfuehrung::korrigieren()
     tabelle->setCurrentIndex(uebersicht(fenster)->index(2, 2));
     fenster.onSpielEintragLoeschen();
     // Bernd still deals after the correction; with four games left, Anna deals the fifth.
-    QCOMPARE(antworten.texte.mid(2),
+    QCOMPARE(fenster.antworten.texte.mid(2),
              QStringList({"Geber Bernd", "Zeile 3 wirklich entfernen?", "Geber Anna"}));
     QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4}));
     QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11, 24, 23}));
@@ -274,8 +263,7 @@ void TstListenfuehrung::korrigieren()
 
 void TstListenfuehrung::reizungsDock()
 {
-    QVERIFY(anlegen(3, 36));
-    MainWindow fenster;
+    Probe fenster(3, 36);
     klick(&fenster, "pbReizung");
     klick(&fenster, "pbReizung");
     QCOMPARE(fenster.findChildren<DockReizung *>().size(), 1);
@@ -315,8 +303,7 @@ void TstListenfuehrung::verlauf()
         statements << Sql::spielEinfuegen(e);
     QVERIFY(sql(statements));
     einstellungen().setValue("spielstandmitfabianpunkten", fabian);
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
+    Probe fenster;
     // Drawn while in view only.
     fenster.show();
     kind<QTabWidget>(&fenster, "tabWidget")->setCurrentIndex(1);

@@ -61,9 +61,8 @@ private slots:
 // A first start, then closing: only a real close stores the header and ends the time limit.
 void TstMainWindow::ersterStart()
 {
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
-    QVERIFY(antworten.titel.isEmpty());
+    Probe fenster;
+    QVERIFY(fenster.antworten.titel.isEmpty());
     QCOMPARE(zustand(fenster), Anfang);
     // The store is found under the application's names only if the window set them.
     QCOMPARE(einstellungen().value("databasepath").toString(), TestUmgebung::datenVerzeichnis());
@@ -76,13 +75,13 @@ void TstMainWindow::ersterStart()
     fenster.show();
     kind<QSpinBox>(&fenster, "spbTischNr")->setValue(9);
     for (const bool ja : {false, true}) {
-        antworten.antworte(ja ? QMessageBox::Yes : QMessageBox::No);
+        fenster.antworten.antworte(ja ? QMessageBox::Yes : QMessageBox::No);
         QCOMPARE(fenster.close(), ja);
         QCOMPARE(fenster.isVisible(), !ja);
         QCOMPARE(einstellungen().value("spielstopzeit").toString(), QString(ja ? "openend" : ""));
         QCOMPARE(TestProtokoll::spalte("Settings", "TischNr"), ja ? QList<int>{9} : QList<int>());
     }
-    QCOMPARE(antworten.titel + antworten.texte,
+    QCOMPARE(fenster.antworten.titel + fenster.antworten.texte,
              QStringList({"FRAGE", "FRAGE", "Kartulo beenden?", "Kartulo beenden?"}));
 }
 
@@ -90,9 +89,8 @@ void TstMainWindow::ersterStart()
 void TstMainWindow::wiederhergestellt()
 {
     gespeichertesProtokoll();
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
-    QVERIFY(antworten.titel.isEmpty());
+    Probe fenster;
+    QVERIFY(fenster.antworten.titel.isEmpty());
     QCOMPARE(zustand(fenster), Offen);
     QStringList kopf;
     for (const char *name : {"spbTischNr", "spbSerie", "spbSpielAnzahl"})
@@ -112,12 +110,12 @@ void TstMainWindow::wiederhergestellt()
     QCOMPARE(kind<QTableView>(&fenster, "tblViewSpieler")->model()->index(2, 1).data(), "Clara");
 
     for (const bool ja : {false, true}) {
-        antworten.antworte(ja ? QMessageBox::Yes : QMessageBox::No);
+        fenster.antworten.antworte(ja ? QMessageBox::Yes : QMessageBox::No);
         kind<QAction>(&fenster, "actionDatenbankZuruecksetzen")->trigger();
         QCOMPARE(zustand(fenster), ja ? Anfang : Offen);
     }
     QCOMPARE(
-        antworten.titel + antworten.texte,
+        fenster.antworten.titel + fenster.antworten.texte,
         QStringList({"FRAGE", "FRAGE", "Datenbank zuruecksetzen?", "Datenbank zuruecksetzen?"}));
 }
 

@@ -24,17 +24,6 @@ const QString Manager2 = QStringLiteral("Tabulor@10.0.0.8:4000");
 const QString Tisch = QStringLiteral("Kartulo@10.0.0.12:4000");
 const QString Tisch2 = QStringLiteral("Kartulo@10.0.0.13:4000");
 
-// Table 5, series 1, four players, a running tournament list.
-void laufendeListe()
-{
-    QVERIFY(TestProtokoll::anlegen(4, 48, 0, 5));
-}
-
-QString status(MainWindow &fenster)
-{
-    return fenster.statusBar()->currentMessage();
-}
-
 NetzSteuerung *netz(MainWindow &fenster)
 {
     return fenster.findChild<NetzSteuerung *>();
@@ -58,14 +47,14 @@ void vorbereiten(MainWindow &fenster, const QString &zustand)
 }
 
 // Everything a message could change, as "what=value".
-QStringList zustand(MainWindow &fenster, const MeldungsBeantworter &antworten)
+QStringList zustand(Probe &fenster)
 {
     QStringList tische;
     const QMap<QString, int> &tischVon = netz(fenster)->tischVonAdresse();
     for (auto it = tischVon.cbegin(); it != tischVon.cend(); ++it)
         tische << QStringLiteral("%1:%2").arg(it.key()).arg(it.value());
     return {
-        "Meldungen=" + antworten.texte.join(QLatin1Char('|')),
+        "Meldungen=" + fenster.antworten.texte.join(QLatin1Char('|')),
         "Register=" + lesen("SELECT Name FROM Spieler").join(QLatin1Char(',')),
         QStringLiteral("Rangliste=%1")
             .arg(kind<QTreeView>(&fenster, "tvRangliste")->model()->rowCount()),
@@ -136,17 +125,15 @@ void TstNetz::nachrichten()
     QFETCH(QStringList, texte);
     QFETCH(QStringList, danach);
     QFETCH(int, abgewiesen);
-    laufendeListe();
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     vorbereiten(fenster, vorher);
-    const QStringList anfang = zustand(fenster, antworten);
+    const QStringList anfang = zustand(fenster);
     const int bisher = netz(fenster)->abgewiesen();
     for (const QString &text : texte)
         fenster.appendMessage(von, text);
     fenster.CheckRecordGegenRecordVonErsterListe();
 
-    const QStringList ende = zustand(fenster, antworten);
+    const QStringList ende = zustand(fenster);
     if (danach.isEmpty())
         QCOMPARE(ende, anfang);
     for (const QString &erwartet : danach)
@@ -167,10 +154,7 @@ void TstNetz::auslosung()
     const QString sitze = "@31|Erika Muster|Ja|Nein@32|Otto Normal|Nein|Ja@33|Eva Lang|Ja|Ja";
     for (const bool frisch : {false, true}) {
         TestUmgebung::allesLoeschen();
-        if (!frisch)
-            laufendeListe();
-        MeldungsBeantworter antworten;
-        MainWindow fenster;
+        Probe fenster(frisch ? 0 : 4);
         fenster.newParticipant(Manager);
         if (frisch) {
             fenster.onNewProtokoll();
@@ -183,7 +167,7 @@ void TstNetz::auslosung()
         const QString tisch = frisch ? "9" : "5";
         const QString serie = frisch ? "3" : "2";
         fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$" + tisch + "@" + serie + sitze);
-        QCOMPARE(antworten.texte,
+        QCOMPARE(fenster.antworten.texte,
                  frisch ? QStringList({"Neues Protokoll?",
                                        "Sind Tischnr 9 und Seriennr 3 richtig gesetzt?",
                                        "Auslosung noch nicht abgeschlossen\noder Tisch 9 nicht "
@@ -208,9 +192,7 @@ void TstNetz::auslosung()
 // status line: a flood cannot stack boxes.
 void TstNetz::einmalEineBox()
 {
-    laufendeListe();
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     fenster.newParticipant(Manager);
     QStringList waehrend;
     QTimer::singleShot(0, &fenster, [&] {
@@ -220,7 +202,7 @@ void TstNetz::einmalEineBox()
     });
     fenster.appendMessage(Manager, "3:127.0.0.1:$7");
     // The draw's box opens inside the first; which is answered first does not matter.
-    QStringList boxen = antworten.texte;
+    QStringList boxen = fenster.antworten.texte;
     boxen.sort();
     QCOMPARE(boxen,
              QStringList({"Auslosung noch nicht abgeschlossen\noder Tisch 5 nicht vorhanden!",
@@ -232,8 +214,7 @@ void TstNetz::einmalEineBox()
 // with a decimal point or comma.
 void TstNetz::kosten()
 {
-    laufendeListe();
-    MainWindow fenster;
+    Probe fenster(4);
     fenster.newParticipant(Manager);
     const QString werte = "0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|Skatclub Nord";
     for (const QString &text :
@@ -269,8 +250,7 @@ void TstNetz::kosten()
 // Other tables are only counted.
 void TstNetz::kommenUndGehen()
 {
-    laufendeListe();
-    MainWindow fenster;
+    Probe fenster(4);
     fenster.show();
     auto *anfordern = kind<QPushButton>(&fenster, "pbAnfordern");
     auto *datei = kind<QPushButton>(&fenster, "pbSpielerAusTextdatei");
@@ -321,9 +301,7 @@ void TstNetz::kommenUndGehen()
 // comes, so its standings are whole without a new game.
 void TstNetz::gesendet()
 {
-    laufendeListe();
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     Horcher horcher;
     QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
 
@@ -350,9 +328,9 @@ void TstNetz::gesendet()
     QTRY_COMPARE(horcher.typ(13).size(), 2);
     QCOMPARE(horcher.typ(7).size(), 2);
     QVERIFY(!kind<QAction>(&fenster, "actionVerbinden")->isEnabled());
-    antworten.antworte(QMessageBox::Yes);
+    fenster.antworten.antworte(QMessageBox::Yes);
     fenster.onClearProtokoll();
-    QVERIFY(antworten.texte.contains("Trennung von Zweitliste?"));
+    QVERIFY(fenster.antworten.texte.contains("Trennung von Zweitliste?"));
     QVERIFY(kind<QAction>(&fenster, "actionVerbinden")->isEnabled());
     QTRY_COMPARE(horcher.typ(7).size(), 3);
     QVERIFY2(horcher.typ(7).last().contains("@Clara|5|1|74|1|0|"),
@@ -364,9 +342,7 @@ void TstNetz::gesendet()
 // the first list's numbers.
 void TstNetz::zweitlisteSendetNicht()
 {
-    QVERIFY(TestProtokoll::anlegen(4, 4, 0, 5));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4, 4, 0, 5);
     Horcher horcher;
     QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
     vorbereiten(fenster, "Zweitliste");
@@ -376,7 +352,7 @@ void TstNetz::zweitlisteSendetNicht()
     for (const int sitz : {2, 3, 0})
         eingeben(&fenster, Spiel{"tbKreuz", sitz, true, ""});
     QCOMPARE(TestProtokoll::zeilen("SpielListe"), 4);
-    QVERIFY(antworten.texte.contains("Rundenende erreicht!"));
+    QVERIFY(fenster.antworten.texte.contains("Rundenende erreicht!"));
     fenster.onZweitListeFreigeben(false);
     QTRY_COMPARE(horcher.typ(11), QStringList({"11:10.0.0.12:$"}));
     for (const int typ : {7, 13, 16, 17})
@@ -386,9 +362,7 @@ void TstNetz::zweitlisteSendetNicht()
 // The second list's request needs a table number, and only one pairing at a time.
 void TstNetz::zweitlisteOhneTisch()
 {
-    laufendeListe();
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     fenster.startZweitProtokoll();
     auto *dock = kind<QDockWidget>(&fenster, "DockZweitliste");
     QVERIFY(dock);
@@ -400,12 +374,12 @@ void TstNetz::zweitlisteOhneTisch()
     fenster.onZweitListenTischNrOk();
     QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockZweitliste"));
     fenster.startZweitProtokoll();
-    QCOMPARE(antworten.texte, QStringList({"Es wurde keine Tischnummer eingegeben!",
-                                           "Zweitliste ist schon gesetzt!"}));
+    QCOMPARE(fenster.antworten.texte, QStringList({"Es wurde keine Tischnummer eingegeben!",
+                                                   "Zweitliste ist schon gesetzt!"}));
     // Released after the first list answered: the request can be made again.
     fenster.appendMessage(Tisch, "9:127.0.0.1:$7@1@SpielerEnde");
-    antworten.antworte(QMessageBox::Yes);
-    antworten.antworte(QMessageBox::No);
+    fenster.antworten.antworte(QMessageBox::Yes);
+    fenster.antworten.antworte(QMessageBox::No);
     fenster.onZweitListeFreigeben();
     QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("Kopie von Tisch 7"));
     fenster.startZweitProtokoll();
@@ -413,18 +387,17 @@ void TstNetz::zweitlisteOhneTisch()
     // Closing a second list releases it without asking more than whether to close.
     kind<QDockWidget>(&fenster, "DockZweitliste")->findChild<QLineEdit *>()->setText("8");
     fenster.onZweitListenTischNrOk();
-    antworten.texte.clear();
+    fenster.antworten.texte.clear();
     fenster.show();
     QVERIFY(fenster.close());
-    QCOMPARE(antworten.texte, QStringList({"Kartulo beenden?"}));
+    QCOMPARE(fenster.antworten.texte, QStringList({"Kartulo beenden?"}));
 }
 
 // With an event key, what comes without it or with another key is dropped
 // and counted; the same key goes through. The key is kept in the store.
 void TstNetz::schluessel()
 {
-    laufendeListe();
-    MainWindow fenster;
+    Probe fenster(4);
     auto *feld = kind<QLineEdit>(&fenster, "leTurnierschluessel");
     feld->setText("Herbstturnier");
     emit feld->editingFinished();
@@ -460,9 +433,7 @@ void TstNetz::verbindung()
     QFETCH(QString, schluessel);
     QFETCH(QString, meldung);
     QFETCH(QString, anzeige);
-    laufendeListe();
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
+    Probe fenster(4);
     auto *stand = kind<QLabel>(&fenster, "lblVerbindungsart");
     QCOMPARE(stand->text(), QStringLiteral("Verbindung: LAN (ohne Server)"));
     auto *serverFeld = kind<QLineEdit>(&fenster, "leServer");
@@ -473,8 +444,9 @@ void TstNetz::verbindung()
     kind<QLineEdit>(&fenster, "leKennung")->setText(kennung);
     kind<QLineEdit>(&fenster, "leZugangsschluessel")->setText(schluessel);
     kind<QPushButton>(&fenster, "pbVerbindungUebernehmen")->click();
-    QCOMPARE(antworten.titel, meldung.isEmpty() ? QStringList() : QStringList{"Verbindung"});
-    QVERIFY(antworten.texte.join("").contains(meldung));
+    QCOMPARE(fenster.antworten.titel,
+             meldung.isEmpty() ? QStringList() : QStringList{"Verbindung"});
+    QVERIFY(fenster.antworten.texte.join("").contains(meldung));
     const LinkSettings gespeichert = LinkSettings::load();
     QCOMPARE(gespeichert.mode == LinkSettings::Mode::Venue, meldung.isEmpty());
     if (!meldung.isEmpty())
@@ -503,9 +475,7 @@ void TstNetz::verbindung()
 // Bierlachs mode the table keeps to itself.
 void TstNetz::nurImTurnier()
 {
-    laufendeListe();
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     Client *client = fenster.findChild<Client *>();
     emit client->newParticipant(Manager);
     for (const auto modus : {&MainWindow::onSetModusErgebnis, &MainWindow::onSetModusBierlachs,
@@ -513,7 +483,7 @@ void TstNetz::nurImTurnier()
         (fenster.*modus)();
         emit client->newMessage(Manager, "3:127.0.0.1:$7");
     }
-    QCOMPARE(antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
+    QCOMPARE(fenster.antworten.texte, QStringList({"Tisch 7 ist schon vergeben!"}));
 }
 
 // A table and the manager over the real link, in one process on loopback:

@@ -23,20 +23,6 @@ QStringList teilnehmer(MainWindow &fenster)
     return namen;
 }
 
-// Opens the "Neu" page unless it is open, fills its fields and presses the button.
-void neuSeite(MainWindow &fenster, const QStringList &namen, const char *knopf)
-{
-    auto *tabs = kind<QTabWidget>(&fenster, "tabWidget");
-    if (tabs->indexOf(kind<QWidget>(&fenster, "tabNeu")) < 0)
-        kind<QAction>(&fenster, "actionNeu")->trigger();
-    for (int i = 0; i < 4; ++i)
-        fenster.findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))
-            ->setText(namen.value(i));
-    kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(QStringLiteral("7"));
-    kind<QLineEdit>(&fenster, "leNeuSerie")->setText(QStringLiteral("2"));
-    klick(&fenster, knopf);
-}
-
 QString modusText(MainWindow &fenster)
 {
     return kind<QLabel>(&fenster, "lblModus")->text();
@@ -76,21 +62,21 @@ void TstProtokoll::neuesProtokoll()
     auto *tabs = kind<QTabWidget>(&fenster, "tabWidget");
     const auto seite = [&] { return tabs->currentWidget()->objectName(); };
     MeldungsBeantworter antworten;
-    neuSeite(fenster, {"Eva", "Fritz", "Gerd"}, "pbAbbruch");
+    neuSeite(&fenster, {"Eva", "Fritz", "Gerd"}, "pbAbbruch");
     QCOMPARE(seite(), QStringLiteral("tabEinstellungen"));
-    neuSeite(fenster, {"Anna", "Be:rnd", "Clara"}, "pbOk");
+    neuSeite(&fenster, {"Anna", "Be:rnd", "Clara"}, "pbOk");
     // The page stays open for a correction.
     QCOMPARE(seite(), QStringLiteral("tabNeu"));
     QCOMPARE(zeilen("SpielListe"), 1);
     QCOMPARE(kind<QSpinBox>(&fenster, "spbTischNr")->value(), 5);
     // Fewer than three names are taken, with a warning.
-    neuSeite(fenster, {"Anna", "Bernd"}, "pbOk");
+    neuSeite(&fenster, {"Anna", "Bernd"}, "pbOk");
     QCOMPARE(teilnehmer(fenster), QStringList({"Anna", "Bernd"}));
     // A series of two is not started.
     klick(&fenster, "pbStartSpiel");
     QVERIFY(!tabs->isTabEnabled(2) && zeilen("Settings") == 0);
     // Empty fields are skipped.
-    neuSeite(fenster, {"Dora", "", "Anna", "Bernd"}, "pbOk");
+    neuSeite(&fenster, {"Dora", "", "Anna", "Bernd"}, "pbOk");
     QCOMPARE(antworten.titel,
              QStringList({"FRAGE", "FRAGE", "WARNUNG", "WARNUNG", "FRAGE", "WARNUNG", "FRAGE"}));
     const QString zuWenige = QStringLiteral("es muessen mindestens 3 Spieler eingetragen werden!");
@@ -139,9 +125,7 @@ void TstProtokoll::neuesProtokoll()
 // player's button and column, four show them again.
 void TstProtokoll::sitze()
 {
-    QVERIFY(anlegen(4, 48));
-    MainWindow fenster;
-    MeldungsBeantworter antworten;
+    Probe fenster(4);
     auto *tabelle = kind<QTableView>(&fenster, "tblViewSpieler");
     const std::tuple<int, bool, const char *, int> zuege[] = {
         {0, true, "Anna Bernd Clara Dora", 0},
@@ -156,7 +140,7 @@ void TstProtokoll::sitze()
     }
     QCOMPARE(fenster.statusBar()->currentMessage(), QStringLiteral("Geber Bernd"));
     QCOMPARE(kind<QToolButton>(&fenster, "tbSpieler1")->text(), QStringLiteral("Bernd"));
-    QVERIFY(antworten.titel.isEmpty());
+    QVERIFY(fenster.antworten.titel.isEmpty());
 
     auto *vierter = kind<QToolButton>(&fenster, "tbSpieler4");
     auto *uebersicht = kind<QTableView>(&fenster, "tblViewUebersicht");
@@ -172,8 +156,7 @@ void TstProtokoll::sitze()
 // into the first free field of the "Neu" page, once.
 void TstProtokoll::spielerRegister()
 {
-    QVERIFY(anlegen(3, 36));
-    MainWindow fenster;
+    Probe fenster(3, 36);
     fenster.ladeSpielerListe({"7|Eva|Ja|Nein", "", "8|Fritz|ja|Ja", "x|Gerd|Ja|Ja"});
     QCOMPARE(lesen("SELECT MgldNr || ' ' || Name || ' ' || Mitglied || ' ' || Preisskat "
                    "FROM Spieler"),
@@ -193,8 +176,7 @@ void TstProtokoll::modusUndDocks()
 {
     QVERIFY(anlegen(3, 36));
     {
-        MainWindow fenster;
-        MeldungsBeantworter antworten;
+        Probe fenster;
         const auto modus = [&](const char *aktion) {
             kind<QAction>(&fenster, aktion)->trigger();
             return modusText(fenster);
@@ -214,9 +196,9 @@ void TstProtokoll::modusUndDocks()
         for (const Spiel &spiel : {Spiel{"tbGrang", 0, true, ""}, Spiel{"tbKaro", 1, false, ""},
                                    Spiel{"tbGrang", 0, true, ""}})
             eingeben(&fenster, spiel);
-        QVERIFY(!antworten.texte.contains("Rundenende! Neue Runde?"));
+        QVERIFY(!fenster.antworten.texte.contains("Rundenende! Neue Runde?"));
         eingeben(&fenster, Spiel{"tbKaro", 0, true, ""});
-        QCOMPARE(antworten.texte.count("Rundenende! Neue Runde?"), 1);
+        QCOMPARE(fenster.antworten.texte.count("Rundenende! Neue Runde?"), 1);
         QCOMPARE(fenster.statusBar()->currentMessage(), QStringLiteral("Bierlachs: Bernd"));
         QCOMPARE(text(&fenster, "lePunkte1"), QStringLiteral("Anna: 100 G0 V0"));
 

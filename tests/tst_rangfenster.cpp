@@ -42,9 +42,7 @@ private slots:
 // list, coloured by table; a new list starts this table at zero.
 void TstRangFenster::ergebnisse()
 {
-    QVERIFY(TestProtokoll::anlegen(3, 36, 0, 2));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(3, 36, 0, 2);
     fenster.appendMessage("Kartulo@10.0.0.12:4000",
                           "7:10.0.0.12:$Otto|1|1|120|3|0|4.5|-|1@Eva|1|1|-30|0|2|8|-|2");
     eingeben(&fenster, Spiel{"tbKreuz", 1, true, ""});
@@ -72,12 +70,10 @@ void TstRangFenster::ergebnisse()
 // question; a file that cannot be written is named with its reason.
 void TstRangFenster::dateien()
 {
-    QVERIFY(TestProtokoll::anlegen(3, 36, 0, 2));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(3, 36, 0, 2);
     fenster.appendMessage("Kartulo@10.0.0.12:4000", "7:10.0.0.12:$Otto|1|1|120|3|0|4.5|-|1");
     const QString name = TestUmgebung::datenVerzeichnis() + "/20-11-26Serie20-11-26_";
-    antworten.antworte(QMessageBox::No);
+    fenster.antworten.antworte(QMessageBox::No);
     fenster.onSaveRangliste();
     QVERIFY(!QFile::exists(name + "Text.txt"));
     QFile tabelle(name + "Excel.txt");
@@ -85,27 +81,26 @@ void TstRangFenster::dateien()
     QCOMPARE(tabelle.readAll().split('\n').mid(0, 2),
              QList<QByteArray>({"Name,Tisch,Serie,Punkte,Gewonnen,Verloren,Kosten,Tisch-Platz",
                                 "Otto,1,1,120,3,0,4.5,-"}));
-    QCOMPARE(antworten.texte,
+    QCOMPARE(fenster.antworten.texte,
              QStringList({"Als Textdatei speichern?", "Als Excel-Import-Datei speichern?",
                           "Datei " + name + "Excel.txt abgespeichert!"}));
 
-    antworten.titel.clear();
-    antworten.texte.clear();
+    fenster.antworten.titel.clear();
+    fenster.antworten.texte.clear();
     QVERIFY(QDir().mkdir(name + "Text.txt"));
-    antworten.antworte(QMessageBox::Yes);
-    antworten.antworte(QMessageBox::No);
+    fenster.antworten.antworte(QMessageBox::Yes);
+    fenster.antworten.antworte(QMessageBox::No);
     fenster.onSaveRangliste();
-    QCOMPARE(antworten.titel.value(1), QStringLiteral("WARNUNG"));
-    QVERIFY2(antworten.texte.value(1).startsWith("Die Datei\n" + name + "Text.txt\n"),
-             qPrintable(antworten.texte.value(1)));
+    QCOMPARE(fenster.antworten.titel.value(1), QStringLiteral("WARNUNG"));
+    QVERIFY2(fenster.antworten.texte.value(1).startsWith("Die Datei\n" + name + "Text.txt\n"),
+             qPrintable(fenster.antworten.texte.value(1)));
 }
 
 // The projector view fills its screen, follows the ranking with the best on
 // top in large light type on dark; Esc or its button closes it.
 void TstRangFenster::leinwand()
 {
-    QVERIFY(TestProtokoll::anlegen(3, 36, 0, 2));
-    MainWindow fenster;
+    Probe fenster(3, 36, 0, 2);
     fenster.appendMessage("Kartulo@10.0.0.12:4000", "7:10.0.0.12:$Otto|1|1|20|3|0|4.5|-|1");
     const auto oeffnen = [&] {
         klick(&fenster, "pbLeinwand");

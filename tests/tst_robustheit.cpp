@@ -90,9 +90,7 @@ void TstRobustheit::eingefuegt()
 {
     QFETCH(QString, feld);
     QFETCH(QString, eingabe);
-    QVERIFY(TestProtokoll::anlegen(4, 48));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     const QString dock = feld.section(QLatin1Char('/'), 0, -2);
     if (dock == "DockZeitLimit")
         kind<QAction>(&fenster, "actionTurnier")->trigger();
@@ -128,9 +126,7 @@ void TstRobustheit::docks()
 {
     QFETCH(QString, aktion);
     QFETCH(QString, eingabe);
-    QVERIFY(TestProtokoll::anlegen(4, 48));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     if (aktion == "zweitliste")
         fenster.startZweitProtokoll();
     else
@@ -145,7 +141,7 @@ void TstRobustheit::docks()
         klick(&fenster, "pbStartSpiel");
     }
     const QStringList gezeigt =
-        antworten.texte +
+        fenster.antworten.texte +
         QStringList{text(&fenster, "leMeldungRot"), kind<QLabel>(&fenster, "lblModus")->text()};
     QFETCH(QString, danach);
     QVERIFY2(gezeigt.contains(danach), qPrintable(gezeigt.join(" | ")));
@@ -162,9 +158,7 @@ void TstRobustheit::neueNamen()
 {
     QFETCH(QString, name);
     QFETCH(QString, tisch);
-    QVERIFY(TestProtokoll::anlegen(4, 48));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     kind<QAction>(&fenster, "actionNeu")->trigger();
     const QStringList namen{name, "Bernd", "Clara"};
     for (int i = 0; i < namen.size(); ++i)
@@ -173,7 +167,7 @@ void TstRobustheit::neueNamen()
     kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(tisch);
     kind<QLineEdit>(&fenster, "leNeuSerie")->setText("2");
     klick(&fenster, "pbOk");
-    QCOMPARE(antworten.texte, QStringList{"Neues Protokoll?"});
+    QCOMPARE(fenster.antworten.texte, QStringList{"Neues Protokoll?"});
     QTEST(lesen("SELECT Name FROM Teilnehmer").value(0), "teilnehmer");
     QTEST(lesen("SELECT Name FROM Spieler WHERE MgldNr = 1").value(0), "teilnehmer");
     QTEST(kind<QSpinBox>(&fenster, "spbTischNr")->value(), "tischNr");
@@ -235,8 +229,7 @@ void TstRobustheit::langeListe()
     daten.spiele = TestProtokoll::abend(300, 3);
     QVERIFY(XmlProtokoll::dateiSchreiben(TestUmgebung::datenVerzeichnis() + "/lang.xml",
                                          XmlProtokoll::schreiben(daten)));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster;
     QAbstractItemModel *uebersicht = kind<QTableView>(&fenster, "tblViewUebersicht")->model();
     QSignalSpy neuAusgelegt(uebersicht, &QAbstractItemModel::layoutChanged);
     kind<QAction>(&fenster, "actionLaden")->trigger();

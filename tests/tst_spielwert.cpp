@@ -115,5 +115,5 @@ void TstSpielwert::zeileFehler()
     QTEST(Spielwert::zeileFehler(TestProtokoll::zeile(spalten), spieler), "fehler");
 }
 
-KARTULO_KERN_TEST_MAIN(TstSpielwert)
+KARTULO_TEST_MAIN(TstSpielwert)
 #include "tst_spielwert.moc"

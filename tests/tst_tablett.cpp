@@ -41,12 +41,6 @@ void zeigen(MainWindow &fenster, const QSize &groesse)
     QCOMPARE(fenster.size(), groesse);
 }
 
-void seiteZeigen(MainWindow &fenster, const char *seite)
-{
-    kind<QTabWidget>(&fenster, "tabWidget")->setCurrentWidget(kind<QWidget>(&fenster, seite));
-    QCoreApplication::processEvents();
-}
-
 // What of the widget's text or content is cut off; empty when all is in view.
 QString abgeschnitten(QWidget *w)
 {
@@ -115,8 +109,7 @@ void TstTablett::allesZuSehen()
     QFETCH(QSize, groesse);
     QFETCH(bool, korrektur);
     tischMitSpielen(8);
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster;
     QCOMPARE(fenster.font().pixelSize(), 20);
     QVERIFY(fenster.windowState() & Qt::WindowMaximized);
     zeigen(fenster, groesse);
@@ -128,7 +121,7 @@ void TstTablett::allesZuSehen()
         for (const char *knopf : {"tbSpieler2", "tbHand", "pbFertig"})
             klick(&fenster, knopf);
     QCOMPARE(kind<QWidget>(&fenster, "gbKorrektur")->isVisible(), korrektur);
-    seiteZeigen(fenster, "tabSpieleintrag");
+    seiteZeigen(&fenster, "tabSpieleintrag");
 
     QStringList fehler;
     QList<QWidget *> pruefen =
@@ -155,7 +148,7 @@ void TstTablett::allesZuSehen()
         if (!reiter->rect().contains(reiter->tabRect(i)))
             fehler << "Reiter " + reiter->tabText(i);
 
-    seiteZeigen(fenster, "tabEinstellungen");
+    seiteZeigen(&fenster, "tabEinstellungen");
     auto *tabelle = kind<QTableView>(&fenster, "tblViewSpieler");
     QHeaderView *kopf = tabelle->horizontalHeader();
     if (kopf->length() > tabelle->viewport()->width())
@@ -200,8 +193,7 @@ void TstTablett::spielNummer()
 // its top-left corner.
 void TstTablett::blatt()
 {
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster;
     zeigen(fenster, QSize(1024, 600));
     kind<QAction>(&fenster, "actionNeu")->trigger();
     for (int i = 0; i < 4; ++i)
@@ -210,7 +202,7 @@ void TstTablett::blatt()
     kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(QStringLiteral("7"));
     klick(&fenster, "pbOk");
     klick(&fenster, "pbStartSpiel");
-    seiteZeigen(fenster, "tabSpieleListe");
+    seiteZeigen(&fenster, "tabSpieleListe");
     auto *ansicht = kind<QGraphicsView>(&fenster, "gvSpieleListe");
     const auto obenLinks = [ansicht] { return ansicht->mapToScene(0, 0); };
     QCOMPARE(obenLinks(), QPointF(0, 0));
@@ -324,12 +316,10 @@ void TstTablett::geldFelder()
     QFETCH(QString, danach);
     QFETCH(QString, attribut);
     QFETCH(QString, hinweis);
-    QVERIFY(TestProtokoll::anlegen(4, 48));
-    MeldungsBeantworter antworten;
-    MainWindow fenster;
+    Probe fenster(4);
     zeigen(fenster, QSize(1024, 600));
     QVERIFY(QTest::qWaitForWindowActive(&fenster));
-    seiteZeigen(fenster, "tabEinstellungen");
+    seiteZeigen(&fenster, "tabEinstellungen");
     auto *zeile = kind<QLineEdit>(&fenster, qPrintable(feld));
     zeile->setFocus();
     QVERIFY(zeile->hasFocus());

@@ -1,11 +1,18 @@
 #include "helpers/fensterhilfe.h"
 
 #include "core/db/protokolldatenbank.h"
+#include "helpers/testprotokoll.h"
 
 #include <QSqlQuery>
 #include <QtWidgets>
 
 namespace Fenster {
+
+detail::Vorbereitung::Vorbereitung(int spieler, int anzahlSpiele, int modus, int tischNr)
+{
+    if (spieler > 0 && !TestProtokoll::anlegen(spieler, anzahlSpiele, modus, tischNr))
+        QTest::qFail("Die Liste wurde nicht angelegt.", __FILE__, __LINE__);
+}
 
 void klick(QWidget *fenster, const char *name)
 {
@@ -33,12 +40,6 @@ QString text(QWidget *fenster, const char *name)
     return kind<QLineEdit>(fenster, name)->text();
 }
 
-QSettings einstellungen()
-{
-    return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
-                     QStringLiteral("Kartulo"));
-}
-
 QStringList lesen(const QString &abfrage)
 {
     QStringList werte;
@@ -47,6 +48,31 @@ QStringList lesen(const QString &abfrage)
     while (query.next())
         werte << query.value(0).toString();
     return werte;
+}
+
+void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf, const QString &tisch,
+              const QString &serie)
+{
+    auto *seiten = kind<QTabWidget>(fenster, "tabWidget");
+    if (seiten->indexOf(kind<QWidget>(fenster, "tabNeu")) < 0)
+        kind<QAction>(fenster, "actionNeu")->trigger();
+    for (int i = 0; i < 4; ++i)
+        fenster->findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))
+            ->setText(namen.value(i));
+    kind<QLineEdit>(fenster, "leNeuTischNr")->setText(tisch);
+    kind<QLineEdit>(fenster, "leNeuSerie")->setText(serie);
+    klick(fenster, knopf);
+}
+
+void seiteZeigen(QWidget *fenster, const char *seite)
+{
+    kind<QTabWidget>(fenster, "tabWidget")->setCurrentWidget(kind<QWidget>(fenster, seite));
+    QCoreApplication::processEvents();
+}
+
+QString status(MainWindow &fenster)
+{
+    return fenster.statusBar()->currentMessage();
 }
 
 } // namespace Fenster

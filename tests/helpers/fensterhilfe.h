@@ -1,15 +1,37 @@
 #pragma once
 
-// For the window tests: widgets by object name, a game on the entry panel, the
-// settings store, and a main() with a QApplication.
+// For the window tests: a window on a running list, widgets by object name,
+// a game on the entry panel, the "Neu" page.
 
+#include "app/mainwindow.h"
+#include "helpers/meldungsbeantworter.h"
 #include "helpers/testumgebung.h"
 
-#include <QApplication>
-#include <QSettings>
 #include <QString>
 
 namespace Fenster {
+
+using TestUmgebung::einstellungen;
+
+namespace detail {
+// Built before the window, so the window opens the list and every box it
+// opens meanwhile is answered.
+struct Vorbereitung
+{
+    Vorbereitung(int spieler, int anzahlSpiele, int modus, int tischNr);
+    MeldungsBeantworter antworten;
+};
+} // namespace detail
+
+// The window of table 5 (unless named) on a running list of three or four
+// players (none: a first start); see TestProtokoll::anlegen.
+struct Probe : detail::Vorbereitung, MainWindow
+{
+    explicit Probe(int spieler = 0, int anzahlSpiele = 48, int modus = 0, int tischNr = 5)
+        : Vorbereitung(spieler, anzahlSpiele, modus, tischNr)
+    {
+    }
+};
 
 // The child of the given type and object name, null when there is none.
 template <typename T> T *kind(QObject *fenster, const char *name)
@@ -36,19 +58,19 @@ void eingeben(QWidget *fenster, const Spiel &spiel);
 // The text of the child line edit with the given object name.
 QString text(QWidget *fenster, const char *name);
 
-// The settings store the window reads at start-up and writes to.
-QSettings einstellungen();
-
 // The first column of a query on kartulo.db as text, through the window's connection.
 QStringList lesen(const QString &abfrage);
 
-} // namespace Fenster
+// Opens the "Neu" page unless it is open, fills names, table and series and
+// presses the button.
+void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf,
+              const QString &tisch = QStringLiteral("7"),
+              const QString &serie = QStringLiteral("2"));
 
-#define KARTULO_TEST_MAIN(Klasse)                                                                  \
-    int main(int argc, char *argv[])                                                               \
-    {                                                                                              \
-        TestUmgebung::vorbereiten();                                                               \
-        QApplication app(argc, argv);                                                              \
-        Klasse test;                                                                               \
-        return QTest::qExec(&test, argc, argv);                                                    \
-    }
+// Shows the page with the given object name.
+void seiteZeigen(QWidget *fenster, const char *seite);
+
+// The status line's message.
+QString status(MainWindow &fenster);
+
+} // namespace Fenster

@@ -45,12 +45,16 @@ QString datenbankDatei()
 void allesLoeschen()
 {
     QDir(datenVerzeichnis()).removeRecursively();
-    QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
-              QStringLiteral("Kartulo"))
-        .clear();
+    einstellungen().clear();
     QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
               QStringLiteral("velmora"))
         .clear();
+}
+
+QSettings einstellungen()
+{
+    return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Ormindo"),
+                     QStringLiteral("Kartulo"));
 }
 
 } // namespace TestUmgebung

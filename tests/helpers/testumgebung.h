@@ -4,8 +4,12 @@
 // documents (and so kartulo.db) and settings store.
 
 #include <QCoreApplication>
+#include <QSettings>
 #include <QString>
 #include <QtTest>
+#ifdef QT_WIDGETS_LIB
+#include <QApplication>
+#endif
 
 namespace TestUmgebung {
 
@@ -19,14 +23,22 @@ QString datenbankDatei();
 // Removes the data directory and every settings key, for a first start.
 void allesLoeschen();
 
+// The settings store the program reads at start-up and writes to.
+QSettings einstellungen();
+
 } // namespace TestUmgebung
 
-// For the domain tests, which need no window system.
-#define KARTULO_KERN_TEST_MAIN(Klasse)                                                             \
+// The window tests get a QApplication, the domain tests a core one only.
+#ifdef QT_WIDGETS_LIB
+#define KARTULO_TEST_APP QApplication
+#else
+#define KARTULO_TEST_APP QCoreApplication
+#endif
+#define KARTULO_TEST_MAIN(Klasse)                                                                  \
     int main(int argc, char *argv[])                                                               \
     {                                                                                              \
         TestUmgebung::vorbereiten();                                                               \
-        QCoreApplication app(argc, argv);                                                          \
+        KARTULO_TEST_APP app(argc, argv);                                                          \
         Klasse test;                                                                               \
         return QTest::qExec(&test, argc, argv);                                                    \
     }
