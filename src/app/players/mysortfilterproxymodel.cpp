@@ -5,12 +5,4 @@ MySortFilterProxyModel::MySortFilterProxyModel(QObject *parent) : QSortFilterPro
     // Without dynamic sorting an edit in the source never moves a row; the
     // sort column stays -1, so the rows keep the order of the source.
     setDynamicSortFilter(false);
-    setFilterKeyColumn(namensSpalte);
-    setFilterCaseSensitivity(Qt::CaseInsensitive);
-}
-
-void MySortFilterProxyModel::setNamensFilter(const QString &text)
-{
-    m_namensFilter = text;
-    setFilterFixedString(text);
 }

@@ -163,11 +163,6 @@ QGraphicsScene *Spielblatt::scene() const
     return m_scene.get();
 }
 
-int Spielblatt::spieler() const
-{
-    return m_spieler;
-}
-
 int Spielblatt::spaltenAnzahl() const
 {
     return ErsteGruppe + 3 * m_spieler + 2;
@@ -405,11 +400,6 @@ void Spielblatt::beschreibungSetzen(int index, const QString &text)
 {
     if (index >= 0 && index < m_beschreibungen.size())
         m_beschreibungen.at(index)->setPlainText(text);
-}
-
-QList<QGraphicsTextItem *> Spielblatt::beschreibungen() const
-{
-    return m_beschreibungen;
 }
 
 void Spielblatt::zeilenFuellen(const QVector<SpielEintrag> &spiele,

@@ -47,7 +47,6 @@ public:
     ~Spielblatt();
 
     QGraphicsScene *scene() const;
-    int spieler() const;
 
     // The empty sheet: header, frame, headings, one group per seat, the rules
     // block with the description lines as given. Replaces whatever was drawn.
@@ -59,7 +58,6 @@ public:
 
     // Rewrites one line of the rules block (0..5); other indexes are ignored.
     void beschreibungSetzen(int index, const QString &text);
-    QList<QGraphicsTextItem *> beschreibungen() const;
 
     // Redraws the game rows in the order given, the round separators and the
     // footer. fuss[r][p] is the text of footer row r for seat p; when every

@@ -25,13 +25,8 @@ Werkzeugleiste::Werkzeugleiste(QWidget *parent) : QToolBar(parent)
 
     m_lblListe = new QLabel(QStringLiteral("Liste"), inhalt);
     m_lblListe->setObjectName(QStringLiteral("lblListe"));
-    m_leMeldungGruen = new QLineEdit(inhalt);
-    m_leMeldungGruen->setObjectName(QStringLiteral("leMeldungGruen"));
-    m_leMeldungGruen->setReadOnly(true);
-    textFarbeSetzen(m_leMeldungGruen, Qt::darkGreen);
 
     layout->addWidget(m_lblListe, 10);
-    layout->addWidget(m_leMeldungGruen, 40);
     addWidget(inhalt);
 }
 

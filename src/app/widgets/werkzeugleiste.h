@@ -33,7 +33,6 @@ private:
     QLabel *m_lblListe;
     QLineEdit *m_leReizwert = nullptr;
     QLineEdit *m_leMeldungRot = nullptr;
-    QLineEdit *m_leMeldungGruen;
 };
 
 // Gives the text of a read-only field the colour in every colour group.
