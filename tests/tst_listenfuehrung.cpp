@@ -4,6 +4,7 @@
 #include "app/game/dockreizung.h"
 #include "app/mainwindow.h"
 #include "core/service/listendienst.h"
+#include "helpers/faelle.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
@@ -57,16 +58,7 @@ private slots:
 
 void TstListenfuehrung::zusaetze_data()
 {
-    QTest::addColumn<QStringList>("knoepfe");
-    QTest::addColumn<int>("wert");
-    QTest::newRow("Grand Hand") << QStringList{"tbGrang", "tbHand"} << 72;
-    QTest::newRow("Kreuz Schneider Schwarz")
-        << QStringList{"tbSchneider", "tbSchneiderSchwarz"} << 48;
-    QTest::newRow("Kreuz Schwarz angesagt")
-        << QStringList{"tbSchneider", "tbSchneiderSchwarz", "tbSchwarzAngesagt"} << 60;
-    QTest::newRow("Null Hand") << QStringList{"tbNull", "tbHand"} << 35;
-    QTest::newRow("Null Offen") << QStringList{"tbNull", "tbOffen"} << 46;
-    QTest::newRow("Kreuz verloren") << QStringList{"tbVerloren"} << -48;
+    Faelle::laden("zusaetze.tsv");
 }
 
 // What the panel's extra buttons add reaches the stored value; the next game

@@ -4,6 +4,7 @@
 
 #include "app/mainwindow.h"
 #include "app/sheets/pdfexport.h"
+#include "helpers/faelle.h"
 #include "helpers/fensterhilfe.h"
 #include "helpers/meldungsbeantworter.h"
 #include "helpers/testprotokoll.h"
@@ -288,22 +289,7 @@ void TstTablett::blatt()
 
 void TstTablett::geldFelder_data()
 {
-    for (const char *spalte : {"feld", "eingabe", "danach", "attribut", "hinweis"})
-        QTest::addColumn<QString>(spalte);
-    const auto zeile = [](const char *name, const QStringList &werte) {
-        QTest::newRow(name) << werte.at(0) << werte.at(1) << werte.at(2) << werte.at(3)
-                            << werte.at(4);
-    };
-    zeile("Komma", {"leKartengeld", "1,5", "1.5", "kartengeld", ""});
-    zeile("geleert", {"leKartengeld", "", "1.0", "kartengeld",
-                      "Kartengeld: nur 0,5 bis 100,0 mit einer Nachkommastelle moeglich, "
-                      "es bleibt 1,0"});
-    zeile("Platz leer", {"lePlKosten3", "", "2.5", "platz3", "Platz 3: nur 0,0 bis 100,0"});
-    zeile("zweite Stelle",
-          {"lePreisSkat", "2,75", "2.7", "preisskat", "Preisskat: nur 0,5 bis 100,0"});
-    zeile("Punkte null",
-          {"leGewSpieleAbzglVerlSpiele", "0", "50", "gewsp-verlsp",
-           "Punkte Gew Spiel abz. verl. Spiel: nur 1 bis 200 moeglich, es bleibt 50"});
+    Faelle::laden("geldfelder.tsv");
 }
 
 // Typed as a scorer types: what is left in a field when it is left is a valid
