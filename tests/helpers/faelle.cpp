@@ -1,148 +1,88 @@
 #include "helpers/faelle.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 #include <list>
 
 namespace {
 
-enum class Art
-{
-    Text,
-    Zahl,
-    Wahrheit,
-    Bytes,
-    Hex,
-    Liste
-};
-
-// One cell decoded: text units as they come, with bytes gathered until text
-// follows, so escaped bytes of one character join up again.
-struct Zelle
+// Decodes a cell from i on, up to its end or the end of a group. Escaped bytes
+// gather until a character follows, so the bytes of one character join up; in
+// a bytes cell each unit of the text is one byte (Latin-1).
+QString zelle(const QString &roh, bool bytes, int &i, bool inGruppe = false)
 {
     QString text;
     QByteArray offen;
-    bool alsBytes;
-
-    void zeichen(QChar c)
-    {
-        fertig();
-        text += c;
-    }
-    void byte(char b) { offen += b; }
-    void fertig()
-    {
-        // In a bytes cell every unit is one Latin-1 byte, so text and bytes stay apart.
-        text += alsBytes ? QString::fromLatin1(offen.constData(), offen.size())
-                         : QString::fromUtf8(offen.constData(), offen.size());
+    const auto fertig = [&] {
+        text += bytes ? QString::fromLatin1(offen.constData(), offen.size())
+                      : QString::fromUtf8(offen.constData(), offen.size());
         offen.clear();
-    }
-};
-
-// Reads from i to the end of the cell (or of a group), advancing i.
-QString entschluesseln(const QString &roh, bool alsBytes, int &i, bool inGruppe)
-{
-    Zelle z{{}, {}, alsBytes};
+    };
+    const auto zahl = [&](int stellen) {
+        i += stellen;
+        return roh.mid(i - stellen, stellen).toUShort(nullptr, 16);
+    };
+    static const QHash<QChar, char> einfach{{'t', '\t'}, {'n', '\n'}, {'r', '\r'}, {'0', '\0'}};
     while (i < roh.size()) {
         const QChar c = roh.at(i++);
-        if (c != QLatin1Char('\\') || i == roh.size()) {
-            if (c.unicode() < 0x80) {
-                z.byte(char(c.unicode()));
-            } else if (!alsBytes) {
-                z.zeichen(c);
-            } else {
-                const int laenge = c.isHighSurrogate() && i < roh.size() ? 2 : 1;
-                z.offen += roh.mid(i - 1, laenge).toUtf8();
-                i += laenge - 1;
-            }
-            continue;
-        }
-        const QChar e = roh.at(i++);
-        switch (e.toLatin1()) {
-        case 't':
-            z.byte('\t');
-            break;
-        case 'n':
-            z.byte('\n');
-            break;
-        case 'r':
-            z.byte('\r');
-            break;
-        case '0':
-            z.byte('\0');
-            break;
-        case 'x':
-            z.byte(char(roh.mid(i, 2).toInt(nullptr, 16)));
-            i += 2;
-            break;
-        case 'u':
-            if (alsBytes) {
-                z.offen += QString(QChar(roh.mid(i, 4).toUShort(nullptr, 16))).toUtf8();
-            } else {
-                z.zeichen(QChar(roh.mid(i, 4).toUShort(nullptr, 16)));
-            }
-            i += 4;
-            break;
-        case '(': {
-            const QString gruppe = entschluesseln(roh, alsBytes, i, true);
+        const QChar e = c == QLatin1Char('\\') && i < roh.size() ? roh.at(i++) : QChar();
+        if (e.isNull()) {
+            const int laenge = c.isHighSurrogate() && i < roh.size() ? 2 : 1;
+            offen += roh.mid(i - 1, laenge).toUtf8();
+            i += laenge - 1;
+        } else if (einfach.contains(e)) {
+            offen += einfach.value(e);
+        } else if (e == QLatin1Char('x')) {
+            offen += char(zahl(2));
+        } else if (e == QLatin1Char('u') && bytes) {
+            offen += QString(QChar(zahl(4))).toUtf8();
+        } else if (e == QLatin1Char('u')) {
+            fertig();
+            text += QChar(zahl(4));
+        } else if (e == QLatin1Char('(')) {
+            fertig();
+            const QString gruppe = zelle(roh, bytes, i, true);
             const int ende = roh.indexOf(QLatin1Char('}'), i);
-            const int mal = roh.mid(i + 1, ende - i - 1).toInt();
+            text += gruppe.repeated(roh.mid(i + 1, ende - i - 1).toInt());
             i = ende + 1;
-            z.fertig();
-            z.text += gruppe.repeated(mal);
+        } else if (e == QLatin1Char(')') && inGruppe) {
             break;
-        }
-        case ')':
-            if (inGruppe) {
-                z.fertig();
-                return z.text;
-            }
-            z.byte(')');
-            break;
-        default:
-            z.byte(e.toLatin1());
+        } else {
+            offen += e.toLatin1();
         }
     }
-    z.fertig();
-    return z.text;
+    fertig();
+    return text;
 }
 
-// An empty cell is an empty text, never a null one: that takes \\N.
-QString zelle(const QString &roh, bool alsBytes = false)
+// An empty cell is an empty text, never a null one: that takes \N.
+QVariant wert(const QString &typ, const QString &roh)
 {
     int i = 0;
-    const QString text = entschluesseln(roh, alsBytes, i, false);
-    return text.isNull() ? QLatin1String("") : text;
-}
-
-int zahl(const QString &roh)
-{
-    bool ok = false;
-    const int wert = roh.toInt(&ok);
-    if (!ok)
-        qFatal("Keine Zahl in der Fall-Tabelle: \"%s\"", qPrintable(roh));
-    return wert;
-}
-
-QStringList liste(const QString &roh)
-{
-    QStringList teile;
-    if (roh.isEmpty())
-        return teile;
-    QString teil;
-    for (int i = 0; i < roh.size(); ++i) {
-        if (roh.at(i) == QLatin1Char('\\') && i + 1 < roh.size() &&
-            roh.at(i + 1) == QLatin1Char(';')) {
-            teil += QLatin1Char(';');
-            ++i;
-        } else if (roh.at(i) == QLatin1Char(';')) {
-            teile << zelle(teil);
-            teil.clear();
-        } else {
-            teil += roh.at(i);
-        }
+    const QString text = roh == QLatin1String("\\N") ? QString() : zelle(roh, typ == "bytes", i);
+    if (typ == QLatin1String("int")) {
+        bool ok = false;
+        const int zahl = roh.toInt(&ok);
+        if (!ok)
+            qFatal("Keine Zahl in der Fall-Tabelle: \"%s\"", qPrintable(roh));
+        return zahl;
     }
-    return teile << zelle(teil);
+    if (typ == QLatin1String("bool"))
+        return roh == QLatin1String("ja");
+    if (typ == QLatin1String("hex"))
+        return QByteArray::fromHex(roh.toLatin1());
+    if (typ == QLatin1String("bytes"))
+        return text.isNull() ? QByteArray() : text.isEmpty() ? QByteArray("") : text.toLatin1();
+    if (typ == QLatin1String("liste")) {
+        QStringList teile;
+        for (const QString &teil : roh.split(QRegularExpression(QStringLiteral("(?<!\\\\);")))) {
+            int j = 0;
+            teile << zelle(teil, false, j);
+        }
+        return roh.isEmpty() ? QStringList() : teile;
+    }
+    return text.isNull() && roh.isEmpty() ? QLatin1String("") : text;
 }
 
 } // namespace
@@ -159,80 +99,31 @@ QByteArray datei(const QString &name)
 
 void laden(const char *name)
 {
-    const QStringList zeilen = QString::fromUtf8(datei(QLatin1String(name))).split('\n');
-    QVector<Art> arten;
-    QStringList kopf;
-    for (const QString &zeile : zeilen) {
+    // The table keeps only the pointer to a column's name.
+    static std::list<QByteArray> namen;
+    QStringList typen;
+    for (const QString &zeile : QString::fromUtf8(datei(QLatin1String(name))).split('\n')) {
         if (zeile.trimmed().isEmpty() || zeile.startsWith(QLatin1Char('#')))
             continue;
         const QStringList zellen = zeile.split(QLatin1Char('\t'));
-        if (kopf.isEmpty()) {
-            kopf = zellen;
-            for (const QString &spalte : zellen.mid(1)) {
-                const QString typ = spalte.section(QLatin1Char(':'), 1);
-                // The table keeps only the pointer to a column's name.
-                static std::list<QByteArray> namen;
-                const char *name =
-                    namen.emplace_back(spalte.section(QLatin1Char(':'), 0, 0).toLatin1())
-                        .constData();
-                const Art art = typ == QLatin1String("int")     ? Art::Zahl
-                                : typ == QLatin1String("bool")  ? Art::Wahrheit
-                                : typ == QLatin1String("bytes") ? Art::Bytes
-                                : typ == QLatin1String("hex")   ? Art::Hex
-                                : typ == QLatin1String("liste") ? Art::Liste
-                                                                : Art::Text;
-                arten << art;
-                switch (art) {
-                case Art::Text:
-                    QTest::addColumn<QString>(name);
-                    break;
-                case Art::Zahl:
-                    QTest::addColumn<int>(name);
-                    break;
-                case Art::Wahrheit:
-                    QTest::addColumn<bool>(name);
-                    break;
-                case Art::Bytes:
-                case Art::Hex:
-                    QTest::addColumn<QByteArray>(name);
-                    break;
-                case Art::Liste:
-                    QTest::addColumn<QStringList>(name);
-                    break;
-                }
+        if (typen.isEmpty()) {
+            for (const QString &spalte : zellen) {
+                typen << spalte.section(QLatin1Char(':'), 1);
+                const QVariant muster = wert(typen.last(), QStringLiteral("0"));
+                if (typen.size() > 1)
+                    QTest::addColumnInternal(
+                        muster.userType(),
+                        namen.emplace_back(spalte.section(':', 0, 0).toLatin1()).constData());
             }
             continue;
         }
-        if (zellen.size() != kopf.size())
-            qFatal("%s: %d statt %d Zellen in \"%s\"", name, int(zellen.size()), int(kopf.size()),
+        if (zellen.size() != typen.size())
+            qFatal("%s: %d statt %d Zellen in \"%s\"", name, int(zellen.size()), int(typen.size()),
                    qPrintable(zeile));
-        QTestData &reihe = QTest::newRow(qPrintable(zelle(zellen.at(0))));
+        QTestData &reihe = QTest::newRow(qPrintable(wert(QString(), zellen.at(0)).toString()));
         for (int s = 1; s < zellen.size(); ++s) {
-            const QString &roh = zellen.at(s);
-            switch (arten.at(s - 1)) {
-            case Art::Text:
-                reihe << (roh == QLatin1String("\\N") ? QString() : zelle(roh));
-                break;
-            case Art::Zahl:
-                reihe << zahl(roh);
-                break;
-            case Art::Wahrheit:
-                reihe << (roh == QLatin1String("ja"));
-                break;
-            case Art::Bytes: {
-                const QByteArray bytes = zelle(roh, true).toLatin1();
-                reihe << (roh == QLatin1String("\\N") ? QByteArray()
-                          : bytes.isNull()            ? QByteArray("")
-                                                      : bytes);
-                break;
-            }
-            case Art::Hex:
-                reihe << QByteArray::fromHex(roh.toLatin1());
-                break;
-            case Art::Liste:
-                reihe << liste(roh);
-                break;
-            }
+            const QVariant v = wert(typen.at(s), zellen.at(s));
+            reihe.append(v.userType(), v.constData());
         }
     }
 }
