@@ -1,9 +1,7 @@
 #include "helpers/fensterhilfe.h"
 
-#include "core/db/protokolldatenbank.h"
 #include "helpers/testprotokoll.h"
 
-#include <QSqlQuery>
 #include <QtWidgets>
 
 namespace Fenster {
@@ -38,16 +36,6 @@ void eingeben(QWidget *fenster, const Spiel &spiel)
 QString text(QWidget *fenster, const char *name)
 {
     return kind<QLineEdit>(fenster, name)->text();
-}
-
-QStringList lesen(const QString &abfrage)
-{
-    QStringList werte;
-    QSqlQuery query(QSqlDatabase::database(ProtokollDatenbank::verbindungsName()));
-    query.exec(abfrage);
-    while (query.next())
-        werte << query.value(0).toString();
-    return werte;
 }
 
 void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf, const QString &tisch,

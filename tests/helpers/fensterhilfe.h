@@ -5,12 +5,14 @@
 
 #include "app/mainwindow.h"
 #include "helpers/meldungsbeantworter.h"
+#include "helpers/testprotokoll.h"
 #include "helpers/testumgebung.h"
 
 #include <QString>
 
 namespace Fenster {
 
+using TestProtokoll::lesen;
 using TestUmgebung::einstellungen;
 
 namespace detail {
@@ -57,9 +59,6 @@ void eingeben(QWidget *fenster, const Spiel &spiel);
 
 // The text of the child line edit with the given object name.
 QString text(QWidget *fenster, const char *name);
-
-// The first column of a query on kartulo.db as text, through the window's connection.
-QStringList lesen(const QString &abfrage);
 
 // Opens the "Neu" page unless it is open, fills names, table and series and
 // presses the button.

@@ -44,15 +44,23 @@ bool sql(const QStringList &statements)
     return ok;
 }
 
+QStringList lesen(const QString &abfrage)
+{
+    QStringList werte;
+    mitVerbindung([&](QSqlDatabase &db) {
+        QSqlQuery query(db);
+        query.exec(abfrage);
+        while (query.next())
+            werte << query.value(0).toString();
+    });
+    return werte;
+}
+
 QList<int> spalte(const QString &tabelle, const QString &name)
 {
     QList<int> werte;
-    mitVerbindung([&](QSqlDatabase &db) {
-        QSqlQuery query(db);
-        query.exec(QStringLiteral("SELECT %1 FROM %2").arg(name, tabelle));
-        while (query.next())
-            werte << query.value(0).toInt();
-    });
+    for (const QString &wert : lesen(QStringLiteral("SELECT %1 FROM %2").arg(name, tabelle)))
+        werte << wert.toInt();
     return werte;
 }
 

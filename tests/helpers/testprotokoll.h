@@ -17,6 +17,8 @@ bool sql(const QStringList &statements);
 int zeilen(const QString &tabelle);
 // A game row from "Spalte=Wert ..." with the column names of SpielListe.
 SpielEintrag zeile(const QString &spalten);
+// The first column of a query's rows as text.
+QStringList lesen(const QString &abfrage);
 // One column of a table as integers, in storage order.
 QList<int> spalte(const QString &tabelle, const QString &spalte);
 
