@@ -2,10 +2,7 @@
 // mode, the backup copy, and loading through the picker.
 
 #include "app/files/dockfileview.h"
-#include "app/mainwindow.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/meldungsbeantworter.h"
-#include "helpers/testprotokoll.h"
 
 #include <QtWidgets>
 

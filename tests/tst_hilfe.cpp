@@ -4,9 +4,7 @@
 
 #include "app/help/helpbrowser.h"
 #include "app/help/helpwidget.h"
-#include "app/mainwindow.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/testumgebung.h"
 
 #include <QHelpContentModel>
 #include <QHelpEngine>

@@ -2,12 +2,9 @@
 // refusals, the wait timer, corrections and deletions, the bid dock.
 
 #include "app/game/dockreizung.h"
-#include "app/mainwindow.h"
 #include "core/service/listendienst.h"
 #include "helpers/faelle.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/meldungsbeantworter.h"
-#include "helpers/testprotokoll.h"
 
 #include <QtCharts>
 #include <QtWidgets>

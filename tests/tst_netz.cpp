@@ -5,12 +5,9 @@
 // but loopback, so this table calls itself 127.0.0.1.
 
 #include "app/link/netzsteuerung.h"
-#include "app/mainwindow.h"
 #include "core/link/paarung.h"
 #include "helpers/faelle.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/meldungsbeantworter.h"
-#include "helpers/testprotokoll.h"
 #include "velmora/client.h"
 
 #include <QtWidgets>

@@ -1,10 +1,7 @@
 // A new protocol to the start of its series, the seats, the registry, the
 // play modes with their docks, the time limit and a Bierlachs round.
 
-#include "app/mainwindow.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/meldungsbeantworter.h"
-#include "helpers/testprotokoll.h"
 
 #include <QtWidgets>
 

@@ -1,10 +1,7 @@
 // The ranking in the window: results of this table and of others, the reset
 // at a new list, the seating proposal, the files, and the projector view.
 
-#include "app/mainwindow.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/meldungsbeantworter.h"
-#include "helpers/testprotokoll.h"
 
 #include <QtWidgets>
 

@@ -4,14 +4,11 @@
 // tst_nachricht; docs/robustness.md lists the places with their tests.
 
 #include "app/files/dockfileview.h"
-#include "app/mainwindow.h"
 #include "app/players/namensdelegate.h"
 #include "app/widgets/eingabedock.h"
 #include "core/files/xmlprotokoll.h"
 #include "helpers/faelle.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/meldungsbeantworter.h"
-#include "helpers/testprotokoll.h"
 
 #include <QtWidgets>
 

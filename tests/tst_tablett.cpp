@@ -2,12 +2,9 @@
 // 1024x600 and 1280x800 with the touch font, the sheet read from its top, the
 // game number, and money fields that keep numbers.
 
-#include "app/mainwindow.h"
 #include "app/sheets/pdfexport.h"
 #include "helpers/faelle.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/meldungsbeantworter.h"
-#include "helpers/testprotokoll.h"
 
 #include <QtWidgets>
 

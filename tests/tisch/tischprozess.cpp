@@ -17,10 +17,7 @@
 //
 // Every message box is printed as "BOX <title>|<text>" with "\n" as "\\n".
 
-#include "app/mainwindow.h"
 #include "helpers/fensterhilfe.h"
-#include "helpers/meldungsbeantworter.h"
-#include "helpers/testprotokoll.h"
 #include "velmora/client.h"
 
 #include <QtWidgets>
