@@ -88,14 +88,7 @@ public:
     ~Manager() { beenden(); }
 
     // Whether a message of that type arrived whose text holds the piece.
-    bool hat(int typ, const QString &stueck) const
-    {
-        const QRegularExpression nachricht(QStringLiteral(" MSG \\S+ %1:").arg(typ));
-        for (const QString &zeile : zeilen)
-            if (nachricht.match(zeile).hasMatch() && zeile.contains(stueck))
-                return true;
-        return false;
-    }
+    bool hat(int typ, const QString &stueck) const { return anzahl(typ, stueck) > 0; }
     int anzahl(int typ, const QString &stueck) const
     {
         const QRegularExpression nachricht(QStringLiteral(" MSG \\S+ %1:").arg(typ));
