@@ -52,8 +52,8 @@ private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void ersterStart();
     void wiederhergestellt();
-    void zeitLimitFarbe_data();
-    void zeitLimitFarbe();
+    void zeitLimit_data();
+    void zeitLimit();
     void beschaedigteDatenbank_data();
     void beschaedigteDatenbank();
     void schalter();
@@ -121,35 +121,46 @@ void TstMainWindow::wiederhergestellt()
         QStringList({"FRAGE", "FRAGE", "Datenbank zuruecksetzen?", "Datenbank zuruecksetzen?"}));
 }
 
-void TstMainWindow::zeitLimitFarbe_data()
+void TstMainWindow::zeitLimit_data()
 {
     QTest::addColumn<int>("minuten");
     QTest::addColumn<QColor>("farbe");
     QTest::newRow("30 Minuten gruen") << 30 << QColor(Qt::darkGreen);
     QTest::newRow("10 Minuten rot") << 10 << QColor(Qt::red);
+    QTest::newRow("vorbei") << -20 << QColor();
 }
 
-// A countdown resumed after a restart looks as it did while it ran, in the shown window.
-void TstMainWindow::zeitLimitFarbe()
+// A stop time still ahead runs on after a restart and looks as it did while it
+// ran, in the shown window; one passed is not resumed.
+void TstMainWindow::zeitLimit()
 {
     QFETCH(int, minuten);
     QFETCH(QColor, farbe);
     QVERIFY(TestProtokoll::anlegen(4, 48));
     // Half a minute more, since "hh:mm" drops the seconds of the stop time.
-    Fenster::einstellungen().setValue(
-        "spielstopzeit", QTime::currentTime().addSecs(minuten * 60 + 30).toString("hh:mm"));
+    const QTime stop = QTime::currentTime().addSecs(minuten * 60 + 30);
+    einstellungen().setValue("spielstopzeit", stop.toString("hh:mm"));
     // A style sheet in force before the window is built, as after an earlier window or with
     // a style of the desktop, polishes the fields while they are made.
     qApp->setStyleSheet(QStringLiteral("QToolTip { color: black; }"));
     MainWindow fenster;
     fenster.show();
     QVERIFY(QTest::qWaitForWindowExposed(&fenster));
+    auto *timer = fenster.findChild<QTimer *>("restZeitTimer");
+    QCOMPARE(timer->isActive(), minuten > 0);
     auto *feld = kind<QLineEdit>(&fenster, "leMeldungRot");
+    if (minuten < 0) {
+        QCOMPARE(feld->text(), QString());
+        return;
+    }
     QVERIFY2(feld->text() == QStringLiteral("Verbleibende Zeit %1 Minuten").arg(minuten) ||
                  feld->text() == QStringLiteral("Verbleibende Zeit %1 Minuten").arg(minuten - 1),
              qPrintable(feld->text()));
     for (auto gruppe : {QPalette::Active, QPalette::Inactive})
         QCOMPARE(feld->palette().color(gruppe, QPalette::Text), farbe);
+    // The next step falls on the stop time less whole five minutes, not five from now.
+    const QTime schritt = QTime::currentTime().addMSecs(timer->remainingTime());
+    QCOMPARE(qRound(schritt.msecsTo(QTime(stop.hour(), stop.minute())) / 1000.0) % 300, 0);
 }
 
 void TstMainWindow::beschaedigteDatenbank_data()

@@ -1,5 +1,6 @@
 // A new protocol to the start of its series, the seats, the registry, the
-// play modes with their docks, the time limit and a Bierlachs round.
+// play modes with their docks, the time limit and a Bierlachs round (its
+// restart is in tst_mainwindow).
 
 #include "helpers/fensterhilfe.h"
 
@@ -46,7 +47,6 @@ private slots:
     void sitze();
     void spielerRegister();
     void modusUndDocks();
-    void zeitLimitNachNeustart();
 };
 
 // From the "Neu" page to the start of a series: cancelling and a refused name
@@ -220,24 +220,6 @@ void TstProtokoll::modusUndDocks()
     }
     MainWindow neu;
     QCOMPARE(modusText(neu), QStringLiteral("Ergebnis Mode"));
-}
-
-// A stop time still ahead runs on after a restart; one passed is not resumed.
-void TstProtokoll::zeitLimitNachNeustart()
-{
-    QVERIFY(anlegen(4, 48));
-    for (const int minuten : {32, -20}) {
-        const QTime stop = QTime::currentTime().addSecs(minuten * 60 + 30);
-        einstellungen().setValue("spielstopzeit", stop.toString("hh:mm"));
-        MainWindow fenster;
-        auto *timer = fenster.findChild<QTimer *>("restZeitTimer");
-        QCOMPARE(timer->isActive(), minuten > 0);
-        QCOMPARE(text(&fenster, "leMeldungRot").isEmpty(), minuten < 0);
-        // The next step falls on the stop time less whole five minutes, not five from now.
-        const QTime schritt = QTime::currentTime().addMSecs(timer->remainingTime());
-        if (minuten > 0)
-            QCOMPARE(qRound(schritt.msecsTo(QTime(stop.hour(), stop.minute())) / 1000.0) % 300, 0);
-    }
 }
 
 KARTULO_TEST_MAIN(TstProtokoll)
