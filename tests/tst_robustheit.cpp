@@ -17,8 +17,6 @@ using namespace Fenster;
 namespace {
 
 const QString Einschleusung = QStringLiteral("x'; DROP TABLE SpielListe; --");
-const QString Steuerzeichen = QStringLiteral("A") + QChar(u'\0') + QStringLiteral("B\x1b\t\r\nC");
-const QString Megabyte(1 << 20, QLatin1Char('x'));
 
 } // namespace
 
@@ -43,40 +41,7 @@ private slots:
 
 void TstRobustheit::eingefuegt_data()
 {
-    QTest::addColumn<QString>("feld");    // "dock/field" for the input docks
-    QTest::addColumn<QString>("eingabe"); // null: everything selected is deleted
-    QTest::addColumn<QString>("danach");  // null: the field refuses it and keeps its text
-    // Each field with the number of characters it keeps of a pasted text (-1:
-    // none) and whether it stays empty when emptied; a money field shows its
-    // value again at once (when it has the focus: once it is left, tst_tablett).
-    struct Feld
-    {
-        const char *name;
-        int grenze;
-        bool leer;
-    };
-    const Feld felder[] = {{"leNeuSpieler1", 40, true},
-                           {"leNeuTischNr", 32767, true},
-                           {"leListenName", 40, true},
-                           {"cmbGruppenId", 32767, true},
-                           {"leKartengeld", -1, false},
-                           {"leGewSpieleAbzglVerlSpiele", -1, false},
-                           {"leReizwert", -1, false},
-                           {"spbTischNr", -1, false},
-                           {"spbSerie", -1, false},
-                           {"spbSpielAnzahl", -1, false},
-                           {"deDatum", -1, false},
-                           {"DockZeitLimit/leWert", -1, true},
-                           {"DockBierlachs/leWert", -1, true},
-                           {"DockZweitliste/leWert", -1, true}};
-    for (const Feld &f : felder) {
-        QTest::addRow("%s leer", f.name) << f.name << QString() << (f.leer ? "" : QString());
-        for (const auto &[art, text] : {std::pair{"1 MB", Megabyte},
-                                        {"Steuerzeichen", Steuerzeichen},
-                                        {"Einschleusung", Einschleusung}})
-            QTest::addRow("%s %s", f.name, art)
-                << f.name << text << (f.grenze < 0 ? QString() : text.left(f.grenze));
-    }
+    Faelle::laden("eingefuegt.tsv");
 }
 
 // What a field keeps when its text is deleted or a text is pasted over it:
