@@ -6,22 +6,13 @@
 // The cases are in data/velmora_*.tsv, bytes written in hex.
 
 #include "helpers/faelle.h"
-#include "velmora/client.h"
+#include "helpers/velmorahilfe.h"
 #include "velmora/protokoll.h"
 #include "velmora/themen.h"
 
 #include <QtTest>
 
 using namespace Velmora;
-
-namespace {
-
-QByteArray hex(const QString &text)
-{
-    return QByteArray::fromHex(text.toLatin1());
-}
-
-} // namespace
 
 class TestVelmoraProtokoll : public QObject
 {
