@@ -33,19 +33,26 @@ inline QByteArray hex(const QString &text)
 }
 
 // Sets an environment variable for the clients and processes made while it lives.
-class Umgebung
+struct Umgebung
 {
-public:
-    Umgebung(const char *name, const QByteArray &wert) : m_name(name), m_alt(qgetenv(name))
+    Umgebung(const char *name, const QByteArray &wert) : name(name), alt(qgetenv(name))
     {
         qputenv(name, wert);
     }
-    ~Umgebung() { qputenv(m_name, m_alt); }
+    ~Umgebung() { qputenv(name, alt); }
 
-private:
-    const char *m_name;
-    QByteArray m_alt;
+    const char *const name;
+    const QByteArray alt;
 };
+
+// One line per signal, its arguments joined by blanks: "id" or "id text".
+inline QStringList zeilen(const QSignalSpy &spy)
+{
+    QStringList liste;
+    for (const QList<QVariant> &signal : spy)
+        liste.append(QVariant(signal).toStringList().join(u' '));
+    return liste;
+}
 
 struct Teilnehmer
 {
@@ -56,18 +63,6 @@ struct Teilnehmer
     }
     QString id() const { return client.participantId(); }
     quint16 port() const { return quint16(id().section(u':', -1).toUInt()); }
-    // One line per signal, its arguments joined by blanks: "id" or "id text".
-    static QStringList zeilen(const QSignalSpy &spy)
-    {
-        QStringList liste;
-        for (const QList<QVariant> &signal : spy) {
-            QStringList teile;
-            for (const QVariant &argument : signal)
-                teile.append(argument.toString());
-            liste.append(teile.join(u' '));
-        }
-        return liste;
-    }
     int verbundeneSockets() const
     {
         int anzahl = 0;
