@@ -97,9 +97,6 @@ void TestVelmoraProzesse::cliPartner()
     const QString lang(250, u'x');
     kartulo.client.sendMessage("Null ouvert\nHand " + lang);
     WARTEN(tabulor.hat("MSG " + kartulo.id() + " Null ouvert\\nHand " + lang));
-    kartulo.client.setKey("anders");
-    kartulo.client.sendMessage("gefälscht");
-    WARTEN(tabulor.hat("REJECT " + kartulo.id()));
 
     tabulor.prozess.closeWriteChannel();
     WARTEN_AUF(tabulor.prozess.state(), QProcess::NotRunning);
