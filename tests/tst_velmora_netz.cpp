@@ -19,30 +19,29 @@ namespace {
 
 // Speaks the wire format by hand, from loopback or the address given, and
 // answers each ping.
-struct Attrappe
+struct Attrappe : QTcpSocket
 {
     explicit Attrappe(quint16 port, const QString &von = "127.0.0.1") : id("Attrappe@" + von + ":9")
     {
-        QObject::connect(&socket, &QTcpSocket::readyRead, [this] {
-            leser.anhaengen(socket.readAll());
+        connect(this, &QTcpSocket::readyRead, [this] {
+            leser.anhaengen(readAll());
             for (Rahmen gelesen; leser.naechster(gelesen);) {
                 pongs += gelesen.art == Art::Pong;
                 if (gelesen.art == Art::Ping)
-                    socket.write(rahmen(Art::Pong));
+                    write(rahmen(Art::Pong));
             }
         });
-        socket.bind(QHostAddress(von));
-        socket.connectToHost(QHostAddress::LocalHost, port);
-        socket.waitForConnected(lange);
+        bind(QHostAddress(von));
+        connectToHost(QHostAddress::LocalHost, port);
+        waitForConnected(lange);
     }
     void hallo(const QByteArray &danach = {})
     {
         const Kennung kennung{"Attrappe", QRandomGenerator::global()->generate64(), 9};
-        socket.write(rahmen(Art::Hallo, kennungKodieren(kennung)) + danach);
+        write(rahmen(Art::Hallo, kennungKodieren(kennung)) + danach);
     }
 
     const QString id;
-    QTcpSocket socket;
     Rahmenleser leser;
     int pongs = 0;
 };
@@ -141,8 +140,8 @@ void TestVelmoraNetz::fremdeingaben()
     const QString attrappe = fremd.id;
     if (begruesst)
         fremd.hallo();
-    fremd.socket.write(hex(eingabe));
-    WARTEN_AUF(fremd.socket.state(), QAbstractSocket::UnconnectedState);
+    fremd.write(hex(eingabe));
+    WARTEN_AUF(fremd.state(), QAbstractSocket::UnconnectedState);
     WARTEN_AUF(kartulo.weg.count(), begruesst ? 1 : 0);
     QCOMPARE(zeilen(kartulo.weg), begruesst ? QStringList{attrappe} : QStringList());
     QCOMPARE(zeilen(kartulo.neu), QStringList{tabulor.id()} + zeilen(kartulo.weg));
@@ -165,7 +164,7 @@ void TestVelmoraNetz::halboffen()
     };
     const auto getrennt = [](const std::vector<std::unique_ptr<Attrappe>> &stumm) {
         return std::count_if(stumm.cbegin(), stumm.cend(), [](const auto &attrappe) {
-            return attrappe->socket.state() == QAbstractSocket::UnconnectedState;
+            return attrappe->state() == QAbstractSocket::UnconnectedState;
         });
     };
     // Sixteen may wait for their hello; more are turned away at once.
@@ -192,7 +191,7 @@ void TestVelmoraNetz::stille()
     WARTEN_AUF(attrappe.pongs, 1);
     QTest::qWait(2 * stilleMs);
     QCOMPARE(kartulo.weg.count(), 0);
-    QCOMPARE(attrappe.socket.state(), QAbstractSocket::ConnectedState);
+    QCOMPARE(attrappe.state(), QAbstractSocket::ConnectedState);
 }
 
 void TestVelmoraNetz::stau()
@@ -201,7 +200,7 @@ void TestVelmoraNetz::stau()
     Teilnehmer kartulo("Kartulo");
     // A peer that reads next to nothing may not make the sender hold more than 64 MiB.
     Attrappe traege(kartulo.port());
-    traege.socket.setReadBufferSize(1);
+    traege.setReadBufferSize(1);
     traege.hallo();
     WARTEN_AUF(kartulo.neu.count(), 1);
     for (int i = 0; i < 9; ++i)
@@ -242,7 +241,7 @@ void TestVelmoraNetz::schluessel()
         tabulor->client.sendMessage("Grand Hand");
     for (const QString &z : qAsConst(zaehler)) {
         const QByteArray tag = siegel(absender.toUtf8(), von, z.toULongLong(), "Grand Hand");
-        attrappe.socket.write(
+        attrappe.write(
             rahmen(Art::Gesiegelt, gesiegeltKodieren(z.toULongLong(), tag, "Grand Hand")));
     }
     const int gesendet = zaehler.isEmpty() ? 1 : zaehler.size();

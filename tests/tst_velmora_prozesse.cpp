@@ -21,22 +21,21 @@
 namespace {
 
 // One velmora-cli (or a command that ends in one) and what it printed.
-class Partner
+struct Partner : QProcess
 {
-public:
     explicit Partner(const QStringList &argumente, const QString &programm = VELMORA_CLI)
     {
-        QObject::connect(&prozess, &QProcess::readyReadStandardOutput, [this] {
-            while (prozess.canReadLine())
-                zeilen.append(QString::fromUtf8(prozess.readLine()).chopped(1));
+        connect(this, &QProcess::readyReadStandardOutput, [this] {
+            while (canReadLine())
+                zeilen.append(QString::fromUtf8(readLine()).chopped(1));
         });
-        prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        prozess.start(programm, argumente);
+        setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        start(programm, argumente);
     }
-    ~Partner()
+    ~Partner() override
     {
-        prozess.kill();
-        prozess.waitForFinished();
+        kill();
+        waitForFinished();
     }
     bool hat(const QString &ereignis) const { return anzahl(ereignis) > 0; }
     // Counts printed lines, time stamps left aside.
@@ -48,7 +47,6 @@ public:
         return anzahl;
     }
 
-    QProcess prozess;
     QStringList zeilen;
 };
 
@@ -89,8 +87,8 @@ void TestVelmoraProzesse::cliPartner()
 
     // The arguments wait for the first participant, then go in order; so do
     // the lines of standard input, empty ones left out.
-    tabulor.prozess.write("\xc3\xbc"
-                          "ber stdin\n\nnoch eine\n");
+    tabulor.write("\xc3\xbc"
+                  "ber stdin\n\nnoch eine\n");
     const QStringList erwartet{id + " erste", id + " zweite", id + " \u00fcber stdin",
                                id + " noch eine"};
     WARTEN_AUF(zeilen(kartulo.post), erwartet);
@@ -98,17 +96,17 @@ void TestVelmoraProzesse::cliPartner()
     kartulo.client.sendMessage("Null ouvert\nHand " + lang);
     WARTEN(tabulor.hat("MSG " + kartulo.id() + " Null ouvert\\nHand " + lang));
 
-    tabulor.prozess.closeWriteChannel();
-    WARTEN_AUF(tabulor.prozess.state(), QProcess::NotRunning);
-    QCOMPARE(tabulor.prozess.exitCode(), 0);
+    tabulor.closeWriteChannel();
+    WARTEN_AUF(tabulor.state(), QProcess::NotRunning);
+    QCOMPARE(tabulor.exitCode(), 0);
     WARTEN_AUF(zeilen(kartulo.weg), QStringList{id});
 
     // A key file holding nothing but a line end is no key.
     QVERIFY(schluessel.resize(0) && schluessel.seek(0) && schluessel.write("\n") == 1);
     schluessel.flush();
     Partner ohneSchluessel({"--key-file", schluessel.fileName()});
-    WARTEN_AUF(ohneSchluessel.prozess.state(), QProcess::NotRunning);
-    QCOMPARE(ohneSchluessel.prozess.exitCode(), 2);
+    WARTEN_AUF(ohneSchluessel.state(), QProcess::NotRunning);
+    QCOMPARE(ohneSchluessel.exitCode(), 2);
 }
 
 void TestVelmoraProzesse::haengenderPartner()
@@ -120,7 +118,7 @@ void TestVelmoraProzesse::haengenderPartner()
 
     // Stopped, it keeps its connection open but answers nothing.
     WARTEN_AUF(zeilen(kartulo.weg), zeilen(kartulo.neu));
-    ::kill(pid_t(tabulor.prozess.processId()), SIGCONT);
+    ::kill(pid_t(tabulor.processId()), SIGCONT);
     WARTEN_AUF(kartulo.neu.count(), 2);
     QCOMPARE(kartulo.neu.at(1), kartulo.neu.at(0));
     WARTEN_AUF(tabulor.anzahl("JOIN " + kartulo.id()), 2);
@@ -155,7 +153,7 @@ void TestVelmoraProzesse::zweiNetze()
         "exec \"$0\" --name Tabulor 'ueber die Leitung'";
     Partner tabulor({"-n", "--", "sh", "-c", innen, VELMORA_CLI}, "unshare");
     WARTEN(!tabulor.zeilen.filter(" SELF Tabulor@127.0.0.1:").isEmpty());
-    QCOMPARE(ausfuehren(QString("ip link set vlm1 netns %1").arg(tabulor.prozess.processId())), 0);
+    QCOMPARE(ausfuehren(QString("ip link set vlm1 netns %1").arg(tabulor.processId())), 0);
 
     WARTEN_AUF(kartulo.neu.count(), 1);
     const QString id = kartulo.neu.at(0).at(0).toString();
