@@ -1,27 +1,58 @@
 #pragma once
 
-// For the LAN tests: a client with its signals recorded, and environment
-// variables set for the clients made meanwhile.
+// For the LAN tests: short waits for the clients, a client with its signals
+// recorded, environment variables set for the clients made meanwhile, and
+// the bytes of the case tables.
 
 #include "velmora/client.h"
 
 #include <QSignalSpy>
 #include <QTcpSocket>
+#include <QtTest>
+
+// How long a test waits for what the network brings, and how long a client
+// waits for a silent peer (kurzeFristen()).
+constexpr int lange = 20000;
+constexpr int stilleMs = 1500;
+#define WARTEN(bedingung) QTRY_VERIFY_WITH_TIMEOUT(bedingung, lange)
+#define WARTEN_AUF(ist, soll) QTRY_COMPARE_WITH_TIMEOUT(ist, soll, lange)
+
+// Pings, the silence that ends a link and the wait for a hello, short
+// enough that a test sees a peer go.
+inline void kurzeFristen()
+{
+    qputenv("VELMORA_PING_MS", "250");
+    qputenv("VELMORA_TIMEOUT_MS", QByteArray::number(stilleMs));
+    qputenv("VELMORA_HELLO_MS", "1000");
+}
+
+// Bytes in the case tables, written in hex as text so that \(..\){N} may repeat them.
+inline QByteArray hex(const QString &text)
+{
+    return QByteArray::fromHex(text.toLatin1());
+}
 
 // Sets an environment variable for the clients and processes made while it lives.
-class Umgebung
+struct Umgebung
 {
-public:
-    Umgebung(const char *name, const QByteArray &wert) : m_name(name), m_alt(qgetenv(name))
+    Umgebung(const char *name, const QByteArray &wert) : name(name), alt(qgetenv(name))
     {
         qputenv(name, wert);
     }
-    ~Umgebung() { qputenv(m_name, m_alt); }
+    ~Umgebung() { qputenv(name, alt); }
 
-private:
-    const char *m_name;
-    QByteArray m_alt;
+    const char *const name;
+    const QByteArray alt;
 };
+
+// One line per signal, its arguments joined by blanks: "id" or "id text".
+inline QStringList zeilen(const QSignalSpy &spy)
+{
+    QStringList liste;
+    for (const QList<QVariant> &signal : spy)
+        liste.append(QVariant(signal).toStringList().join(u' '));
+    return liste;
+}
 
 struct Teilnehmer
 {
@@ -32,13 +63,6 @@ struct Teilnehmer
     }
     QString id() const { return client.participantId(); }
     quint16 port() const { return quint16(id().section(u':', -1).toUInt()); }
-    static QStringList ids(const QSignalSpy &spy)
-    {
-        QStringList liste;
-        for (const QList<QVariant> &signal : spy)
-            liste.append(signal.at(0).toString());
-        return liste;
-    }
     int verbundeneSockets() const
     {
         int anzahl = 0;
