@@ -8,6 +8,7 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QtTest>
 
 namespace TestProtokoll {
@@ -62,6 +63,17 @@ QList<int> spalte(const QString &tabelle, const QString &name)
     for (const QString &wert : lesen(QStringLiteral("SELECT %1 FROM %2").arg(name, tabelle)))
         werte << wert.toInt();
     return werte;
+}
+
+QVector<SpielEintrag> gespeichert()
+{
+    QVector<SpielEintrag> spiele;
+    mitVerbindung([&](QSqlDatabase &db) {
+        QSqlQuery query(QStringLiteral("SELECT * FROM SpielListe ORDER BY rowid"), db);
+        while (query.next())
+            spiele << SpielEintrag::ausRecord(query.record());
+    });
+    return spiele;
 }
 
 int zeilen(const QString &tabelle)

@@ -21,6 +21,8 @@ SpielEintrag zeile(const QString &spalten);
 QStringList lesen(const QString &abfrage);
 // One column of a table as integers, in storage order.
 QList<int> spalte(const QString &tabelle, const QString &spalte);
+// The games of SpielListe whole, in storage order.
+QVector<SpielEintrag> gespeichert();
 
 // Holds kartulo.db as another program would, until it goes: a write lock
 // blocks every write, a read lock lets writes wait for the commit and fail there.
