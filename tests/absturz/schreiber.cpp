@@ -12,21 +12,13 @@
 
 #include <cstdio>
 
-namespace {
-
-void melden(const char *wort, int zahl)
-{
-    std::printf("%s %d\n", wort, zahl);
-    std::fflush(stdout);
-}
-
-} // namespace
-
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
     if (argc < 2)
         return 2;
+    // Every line leaves at once, so that a kill loses no confirmation.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     Einstellungen einstellungen;
     ListenDienst dienst(QString::fromLocal8Bit(argv[1]), einstellungen);
     // A kill may have come between the new protocol and the start of its series.
@@ -42,7 +34,7 @@ int main(int argc, char *argv[])
         if (!dienst.serieStarten().ok())
             return 3;
     }
-    melden("BEREIT", dienst.letzteZeile());
+    std::printf("BEREIT %d\n", dienst.letzteZeile());
     for (;;) {
         const int zeile = dienst.letzteZeile() + 1;
         const EintragErgebnis ergebnis = dienst.spielEintragen(spielFuerZeile(zeile));
@@ -50,7 +42,7 @@ int main(int argc, char *argv[])
             std::printf("FEHLER %s\n", qPrintable(ergebnis.fehler));
             return 4;
         }
-        melden("OK", ergebnis.zeile);
+        std::printf("OK %d\n", ergebnis.zeile);
         if (zeile % 5 == 0)
             dienst.sicherungSchreiben();
     }
