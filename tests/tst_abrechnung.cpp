@@ -4,6 +4,7 @@
 #include "core/standings/kostenrechnung.h"
 #include "core/standings/zeitlimit.h"
 #include "helpers/faelle.h"
+#include "helpers/testprotokoll.h"
 #include "helpers/testumgebung.h"
 
 namespace {
@@ -12,20 +13,12 @@ using S = SpielEintrag;
 using Liste = QVector<SpielEintrag>;
 using Tisch = QVector<KostenSpieler>;
 
-// Games as the data files write them: "row seat1 seat2 seat3 seat4", or "row E" passed in.
+// Games as the data files write them, each its columns that are not 0.
 Liste spiele(const QStringList &texte)
 {
     Liste liste;
-    for (const QString &text : texte) {
-        const QStringList teile = text.split(QLatin1Char(' '));
-        SpielEintrag e;
-        e.setze(S::Zeile, teile.at(0).toInt());
-        if (teile.at(1) == QLatin1String("E"))
-            e.setze(S::Eingepasst, 1);
-        for (int sitz = 0; sitz < 4 && teile.size() == 5; ++sitz)
-            e.setze(S::Spalte(S::Spieler1 + sitz), teile.at(sitz + 1).toInt());
-        liste << e;
-    }
+    for (const QString &text : texte)
+        liste << TestProtokoll::zeile(text);
     return liste;
 }
 
@@ -35,22 +28,14 @@ Tisch tisch(const QStringList &texte)
     Tisch t;
     for (const QString &text : texte) {
         const QStringList f = text.split(QLatin1Char('|'));
-        t.append({f.at(0),
-                  f.at(1).toInt(),
-                  f.at(5),
-                  f.at(6),
-                  {f.at(2).toInt(), f.at(3).toInt(), f.at(4).toInt()}});
+        const SitzBilanz bilanz{f.at(2).toInt(), f.at(3).toInt(), f.at(4).toInt()};
+        t.append({f.at(0), f.at(1).toInt(), f.at(5), f.at(6), bilanz});
     }
     return t;
 }
 
 // Every value different from the defaults and from each other, so a mixed-up setting shows.
 const KostenWerte eigeneKosten{0.5, 1.5, 2.5, 3.5, 1.2, 0.6, 1.1, 12.5, 20, 45, 35};
-
-QString zeile(const KostenErgebnis &e, KostenErgebnis::Zeile z)
-{
-    return e.zeilen[static_cast<size_t>(z)].join(QStringLiteral(" | "));
-}
 
 template <typename Zahlen> QString alsText(const Zahlen &zahlen)
 {
@@ -84,13 +69,8 @@ private slots:
     void spielstand();
     void bierlachsRunden_data();
     void bierlachsRunden();
-    void fusszeilen_data();
-    void fusszeilen();
-    void plaetze_data();
-    void plaetze();
-    void serien_data();
-    void serien();
-    void beschreibungen();
+    void konto_data();
+    void konto();
     void zeitlimit_data();
     void zeitlimit();
 };
@@ -157,64 +137,32 @@ void TstAbrechnung::bierlachsRunden()
              QStringLiteral("Bert %1: -8 G12 V3"));
 }
 
-void TstAbrechnung::fusszeilen_data()
+void TstAbrechnung::konto_data()
 {
-    Faelle::laden("fusszeilen.tsv");
+    Faelle::laden("konto.tsv");
 }
 
-void TstAbrechnung::fusszeilen()
+void TstAbrechnung::konto()
 {
     QFETCH(QStringList, spieler);
     QFETCH(QString, kosten);
-    const KostenErgebnis e = Kostenrechnung::berechne(
-        tisch(spieler), kosten == QLatin1String("eigene") ? eigeneKosten : KostenWerte(), 1, 5);
-    QStringList zeilen;
-    for (const QStringList &z : e.zeilen)
-        zeilen << z.join(QStringLiteral(" | "));
-    QTEST(zeilen, "erwartet");
-    QCOMPARE(alsText(e.gesamt),
-             QString(zeilen.at(KostenErgebnis::Gesamt)).remove(QLatin1String("| ")));
-}
-
-void TstAbrechnung::plaetze_data()
-{
-    Faelle::laden("plaetze.tsv");
-}
-
-void TstAbrechnung::plaetze()
-{
-    QFETCH(QStringList, spieler);
-    const KostenErgebnis e = Kostenrechnung::berechne(tisch(spieler), eigeneKosten, 1, 1);
-    QTEST(alsText(e.platz), "platz");
-    QTEST(zeile(e, KostenErgebnis::Platzgeld), "platzgeld");
-}
-
-void TstAbrechnung::serien_data()
-{
-    Faelle::laden("serien.tsv");
-}
-
-void TstAbrechnung::serien()
-{
     QFETCH(int, serie);
-    // Anna 1360, Bert 640, Carl -110 with the default factors (50, 40); Bert plays no Preisskat.
-    const Tisch drei =
-        tisch({"Anna|11|10|2|520|Ja|Ja", "Bert|12|6|4|180|Ja|Nein", "Carl|13|3|7|-150|Ja|Ja"});
-    const KostenErgebnis e = Kostenrechnung::berechne(drei, KostenWerte(), serie, 7);
-    const QStringList zeilen =
-        QStringList{zeile(e, KostenErgebnis::Kartengeld), zeile(e, KostenErgebnis::Preisskat),
-                    zeile(e, KostenErgebnis::Summe)} +
-        e.ergebnisTexte;
-    QTEST(zeilen, "erwartet");
-}
-
-void TstAbrechnung::beschreibungen()
-{
-    QCOMPARE(Kostenrechnung::beschreibungen(KostenWerte(), 3, true),
-             QStringList({"Punkte gew Spiele abzgl verl. Spiele * 50",
-                          "Punkte verl. Spiele der Gegenspieler * 40", "Kartengeld 1.0 Euro",
-                          "Verlorene Spiele 1-5 1.0 ab 6 2.0 Euro", "Startgeld 10.0 Euro 1. Serie",
-                          "Platz: 1=0.0, 2=1.5, 3=2.5, 4=3.0 Euro"}));
+    QFETCH(QStringList, zeigen);
+    const KostenWerte werte = kosten == QLatin1String("eigene") ? eigeneKosten : KostenWerte();
+    const KostenErgebnis e = Kostenrechnung::berechne(tisch(spieler), werte, serie, 7);
+    QStringList gezeigt;
+    for (const QString &was : zeigen) {
+        if (was == QLatin1String("Platz"))
+            gezeigt << alsText(e.platz);
+        else if (was == QLatin1String("Texte"))
+            gezeigt << e.ergebnisTexte;
+        else if (was == QLatin1String("Regeln"))
+            gezeigt << Kostenrechnung::beschreibungen(werte, spieler.size(), true);
+        else
+            gezeigt << e.zeilen.at(was.toUInt()).join(QStringLiteral(" | "));
+    }
+    QTEST(gezeigt, "erwartet");
+    QCOMPARE(alsText(e.gesamt), e.zeilen[KostenErgebnis::Gesamt].join(QLatin1Char(' ')));
 }
 
 void TstAbrechnung::zeitlimit_data()
