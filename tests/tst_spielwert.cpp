@@ -32,13 +32,10 @@ SpielEingabe eingabe(const QString &text)
         } else if (teil.startsWith(QLatin1Char('R'))) {
             e.reizText = teil.mid(1);
         } else {
-            for (auto [zeichen, flag] : {std::pair{'H', &a.hand},
-                                         {'O', &a.offen},
-                                         {'S', &a.schneider},
-                                         {'A', &a.schneiderAngesagt},
-                                         {'W', &a.schwarz},
-                                         {'X', &a.schwarzAngesagt}})
-                *flag = *flag || teil == QLatin1Char(zeichen);
+            bool *flags[] = {&a.hand,    &a.offen,          &a.schneider, &a.schneiderAngesagt,
+                             &a.schwarz, &a.schwarzAngesagt};
+            if (const int i = QStringLiteral("HOSAWX").indexOf(teil); teil.size() == 1 && i >= 0)
+                *flags[i] = true;
             if (teil == QLatin1String("V") || teil == QLatin1String("?"))
                 a.gewonnen = teil == QLatin1String("V") ? std::optional(false) : std::nullopt;
         }
