@@ -32,11 +32,8 @@ void vorbereiten(MainWindow &fenster, const QString &zustand)
     fenster.newParticipant(Tisch);
     if (zustand == "Manager")
         fenster.newParticipant(Manager);
-    if (zustand == "Anfrage" || zustand == "Zweitliste") {
-        fenster.startZweitProtokoll();
-        kind<QDockWidget>(&fenster, "DockZweitliste")->findChild<QLineEdit *>()->setText("7");
-        fenster.onZweitListenTischNrOk();
-    }
+    if (zustand == "Anfrage" || zustand == "Zweitliste")
+        zweitlisteTisch(fenster, "7");
     if (zustand == "Zweitliste")
         fenster.appendMessage(Tisch, "9:127.0.0.1:$7@1@SpielerEnde");
     if (zustand == "Erstliste")
@@ -53,14 +50,17 @@ QStringList zustand(Probe &fenster)
     return {
         "Meldungen=" + fenster.antworten.texte.join(QLatin1Char('|')),
         "Register=" + lesen("SELECT Name FROM Spieler").join(QLatin1Char(',')),
-        QStringLiteral("Rangliste=%1")
-            .arg(kind<QTreeView>(&fenster, "tvRangliste")->model()->rowCount()),
+        QStringLiteral("Rangliste=%1").arg(modell(&fenster, "tvRangliste")->rowCount()),
         QStringLiteral("Spiele=%1").arg(TestProtokoll::zeilen("SpielListe")),
-        "Gruppe=" + kind<QComboBox>(&fenster, "cmbGruppenId")->currentText(),
-        "Kartengeld=" + text(&fenster, "leKartengeld"),
-        "Verein=" + text(&fenster, "leListenName"),
+        "Gruppe=" + text(&fenster, "cmbGruppenId"),
+        "Kosten=" +
+            texte(&fenster, {"lePlKosten1", "lePlKosten2", "lePlKosten3", "lePlKosten4",
+                             "leKartengeld", "leVerlSpiele1Bis5", "leVerlSpieleAb6", "lePreisSkat",
+                             "leGewSpieleAbzglVerlSpiele", "leVerlSpieleDerGegenspieler3",
+                             "leVerlSpieleDerGegenspieler4", "leListenName"})
+                .join(QLatin1Char('|')),
         "Neu1=" + text(&fenster, "leNeuSpieler1"),
-        "Liste=" + kind<QLabel>(&fenster, "lblListe")->text(),
+        "Liste=" + text(&fenster, "lblListe"),
         "Tische=" + tische.join(QLatin1Char(',')),
         QStringLiteral("Verbinden=%1").arg(kind<QAction>(&fenster, "actionVerbinden")->isEnabled()),
         QStringLiteral("Zweitliste=%1").arg(fenster.findChild<Paarung *>()->gepaarterTisch())};
@@ -69,7 +69,7 @@ QStringList zustand(Probe &fenster)
 // A participant of its own on the link that records what the window sends.
 struct Horcher
 {
-    Horcher() : client(QStringLiteral("Horcher"))
+    explicit Horcher(const QString &name = QStringLiteral("Horcher")) : client(name)
     {
         QObject::connect(&client, &Client::newMessage,
                          [this](const QString &, const QString &text) { texte << text; });
@@ -77,6 +77,10 @@ struct Horcher
     QStringList typ(int typ) const
     {
         return texte.filter(QRegularExpression(QStringLiteral("^%1:").arg(typ)));
+    }
+    void sehen(int anzahl)
+    {
+        QTRY_COMPARE_WITH_TIMEOUT(client.participants().size(), anzahl, 10000);
     }
     Client client;
     QStringList texte;
@@ -94,7 +98,6 @@ private slots:
     void nachrichten();
     void auslosung();
     void einmalEineBox();
-    void kosten();
     void kommenUndGehen();
     void gesendet();
     void zweitlisteSendetNicht();
@@ -122,6 +125,7 @@ void TstNetz::nachrichten()
     QFETCH(QStringList, texte);
     QFETCH(QStringList, danach);
     QFETCH(int, abgewiesen);
+    QFETCH(QString, meldung);
     Probe fenster(4);
     vorbereiten(fenster, vorher);
     const QStringList anfang = zustand(fenster);
@@ -141,6 +145,7 @@ void TstNetz::nachrichten()
             status(fenster).startsWith(QStringLiteral("%1 Nachrichten abgewiesen, zuletzt Typ ")
                                            .arg(netz(fenster)->abgewiesen())),
             qPrintable(status(fenster)));
+    QVERIFY2(status(fenster).startsWith(meldung), qPrintable(status(fenster)));
 }
 
 // A draw for this table fills the "Neu" page for the scorer to confirm and
@@ -154,10 +159,7 @@ void TstNetz::auslosung()
         Probe fenster(frisch ? 0 : 4);
         fenster.newParticipant(Manager);
         if (frisch) {
-            fenster.onNewProtokoll();
-            kind<QLineEdit>(&fenster, "leNeuTischNr")->setText("9");
-            kind<QLineEdit>(&fenster, "leNeuSerie")->setText("3");
-            klick(&fenster, "pbAnfordern");
+            neuSeite(&fenster, {}, "pbAnfordern", "9", "3");
             // Not what was asked for: another series.
             fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$9@2" + sitze);
         }
@@ -170,13 +172,9 @@ void TstNetz::auslosung()
                                        "Auslosung noch nicht abgeschlossen\noder Tisch 9 nicht "
                                        "vorhanden!"})
                         : QStringList({"Neues Protokoll?"}));
-        QCOMPARE(kind<QTabWidget>(&fenster, "tabWidget")->currentWidget()->objectName(),
-                 QStringLiteral("tabNeu"));
-        QStringList felder;
-        for (const char *name : {"leNeuSpieler1", "leNeuSpieler2", "leNeuSpieler3", "leNeuSpieler4",
-                                 "leNeuTischNr", "leNeuSerie"})
-            felder << text(&fenster, name);
-        QCOMPARE(felder,
+        QCOMPARE(seite(&fenster), QStringLiteral("tabNeu"));
+        QCOMPARE(texte(&fenster, {"leNeuSpieler1", "leNeuSpieler2", "leNeuSpieler3",
+                                  "leNeuSpieler4", "leNeuTischNr", "leNeuSerie"}),
                  QStringList({"Erika Muster", "Otto Normal", "Eva Lang", "", tisch, serie}));
         QVERIFY(TestProtokoll::spalte("Spieler", "MgldNr").contains(32));
         auto *gruppen = kind<QComboBox>(&fenster, "cmbGruppenId");
@@ -207,40 +205,6 @@ void TstNetz::einmalEineBox()
     QCOMPARE(waehrend, QStringList({"Tisch 8 ist schon vergeben!"}));
 }
 
-// Costs are taken for this table's address, group, table and series only,
-// with a decimal point or comma.
-void TstNetz::kosten()
-{
-    Probe fenster(4);
-    fenster.newParticipant(Manager);
-    const QString werte = "0.5|1.0|2.0|3.5|0.7|1.0|2.5|15.0|60|45|35|Skatclub Nord";
-    for (const QString &text :
-         QStringList{"15:10.0.0.1:$5@1@" + werte, "15:127.0.0.1:Andere$5@1@" + werte,
-                     "15:127.0.0.1:$6@1@" + werte, "15:127.0.0.1:$5@1"})
-        fenster.appendMessage(Manager, text);
-    QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("1.0"));
-    fenster.appendMessage(Manager, "15:127.0.0.1:$5@1@" + werte);
-    QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.7"));
-    QCOMPARE(text(&fenster, "leListenName"), QStringLiteral("Skatclub Nord"));
-    fenster.appendMessage(
-        Manager,
-        "15:127.0.0.1:$5@1@0,50|1,00|2,00|3,50|0,80|1,50|2,50|16,00|61|46|36|Skatclub Süd");
-    QStringList felder;
-    for (const char *name :
-         {"lePlKosten1", "lePlKosten2", "lePlKosten3", "lePlKosten4", "leKartengeld",
-          "leVerlSpiele1Bis5", "leVerlSpieleAb6", "lePreisSkat", "leGewSpieleAbzglVerlSpiele",
-          "leVerlSpieleDerGegenspieler3", "leVerlSpieleDerGegenspieler4", "leListenName"})
-        felder << text(&fenster, name);
-    QCOMPARE(felder, QStringList({"0.5", "1.0", "2.0", "3.5", "0.8", "1.5", "2.5", "16.0", "61",
-                                  "46", "36", "Skatclub Süd"}));
-    // A value no scorer could type is not taken either; the field shows what counts.
-    fenster.appendMessage(Manager,
-                          "15:127.0.0.1:$5@1@0.5|1.0|2.0|3.5|0,2|1.0|2.5|15.0|60|45|35|Nord");
-    QCOMPARE(text(&fenster, "leKartengeld"), QStringLiteral("0.8"));
-    QVERIFY2(status(fenster).startsWith("Kartengeld: nur 0,5 bis 100,0"),
-             qPrintable(status(fenster)));
-}
-
 // The manager's arrival swaps the "Neu" page to asking it for players and
 // shows the standings; its leaving undoes it. The first manager stays the
 // one; one coming back from the same address keeps the ranking and the page.
@@ -251,8 +215,7 @@ void TstNetz::kommenUndGehen()
     fenster.show();
     auto *anfordern = kind<QPushButton>(&fenster, "pbAnfordern");
     auto *datei = kind<QPushButton>(&fenster, "pbSpielerAusTextdatei");
-    auto *seiten = kind<QTabWidget>(&fenster, "tabWidget");
-    QAbstractItemModel *rangliste = kind<QTreeView>(&fenster, "tvRangliste")->model();
+    QAbstractItemModel *rangliste = modell(&fenster, "tvRangliste");
     QVERIFY(anfordern->isHidden() && !datei->isHidden());
 
     fenster.newParticipant("Fremd@10.0.0.3:1");
@@ -261,7 +224,7 @@ void TstNetz::kommenUndGehen()
 
     fenster.newParticipant(Manager);
     QCOMPARE(status(fenster), QStringLiteral("Verbunden Tabulor 10.0.0.9"));
-    QCOMPARE(seiten->currentWidget()->objectName(), QStringLiteral("tabSpielstaende"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabSpielstaende"));
     QVERIFY(!anfordern->isHidden() && datei->isHidden());
     QVERIFY(!kind<QLineEdit>(&fenster, "leNeuSpieler1")->isEnabled());
     QVERIFY(kind<QMenu>(&fenster, "menuZweitliste")->isEnabled());
@@ -285,10 +248,10 @@ void TstNetz::kommenUndGehen()
     fenster.rechnerAbmeldung(Tisch);
     QCOMPARE(status(fenster), QStringLiteral("Kein Kontakt zu anderen Protokollen."));
 
-    seiten->setCurrentWidget(kind<QWidget>(&fenster, "tabSpieleintrag"));
+    seiteZeigen(&fenster, "tabSpieleintrag");
     fenster.newParticipant(QStringLiteral("Tabulor@10.0.0.9:4001"));
     QCOMPARE(status(fenster), QStringLiteral("Verbunden Tabulor 10.0.0.9"));
-    QCOMPARE(seiten->currentWidget()->objectName(), QStringLiteral("tabSpieleintrag"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabSpieleintrag"));
     QCOMPARE(rangliste->rowCount(), 5);
     QVERIFY(!anfordern->isHidden());
 }
@@ -300,7 +263,7 @@ void TstNetz::gesendet()
 {
     Probe fenster(4);
     Horcher horcher;
-    QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
+    horcher.sehen(1);
 
     fenster.newParticipant(Manager);
     QTRY_COMPARE(horcher.typ(12), QStringList({"12:127.0.0.1:$5"}));
@@ -341,7 +304,7 @@ void TstNetz::zweitlisteSendetNicht()
 {
     Probe fenster(4, 4, 0, 5);
     Horcher horcher;
-    QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
+    horcher.sehen(1);
     vorbereiten(fenster, "Zweitliste");
     fenster.newParticipant(Manager);
     fenster.appendMessage(Tisch, "14:127.0.0.1:$12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@0");
@@ -364,11 +327,9 @@ void TstNetz::zweitlisteOhneTisch()
     auto *dock = kind<QDockWidget>(&fenster, "DockZweitliste");
     QVERIFY(dock);
     QCOMPARE(dock->findChild<QLabel *>()->text(), QStringLiteral("Tischnummer eingeben..."));
-    dock->findChild<QLineEdit *>()->setText("0");
-    fenster.onZweitListenTischNrOk();
+    zweitlisteTisch(fenster, "0");
     QVERIFY(kind<QDockWidget>(&fenster, "DockZweitliste"));
-    dock->findChild<QLineEdit *>()->setText("7");
-    fenster.onZweitListenTischNrOk();
+    zweitlisteTisch(fenster, "7");
     QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockZweitliste"));
     fenster.startZweitProtokoll();
     QCOMPARE(fenster.antworten.texte, QStringList({"Es wurde keine Tischnummer eingegeben!",
@@ -378,12 +339,11 @@ void TstNetz::zweitlisteOhneTisch()
     fenster.antworten.antworte(QMessageBox::Yes);
     fenster.antworten.antworte(QMessageBox::No);
     fenster.onZweitListeFreigeben();
-    QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("Kopie von Tisch 7"));
+    QCOMPARE(text(&fenster, "lblListe"), QStringLiteral("Kopie von Tisch 7"));
     fenster.startZweitProtokoll();
     QVERIFY(kind<QDockWidget>(&fenster, "DockZweitliste"));
     // Closing a second list releases it without asking more than whether to close.
-    kind<QDockWidget>(&fenster, "DockZweitliste")->findChild<QLineEdit *>()->setText("8");
-    fenster.onZweitListenTischNrOk();
+    zweitlisteTisch(fenster, "8");
     fenster.antworten.texte.clear();
     fenster.show();
     QVERIFY(fenster.close());
@@ -409,7 +369,7 @@ void TstNetz::schluessel()
     ohne.sendMessage("7:127.0.0.1:$Otto|7|1|0|0|0|0|-");
     falsch.sendMessage("7:127.0.0.1:$Eva|7|1|0|0|0|0|-");
     richtig.sendMessage("7:127.0.0.1:$Ida|7|1|0|0|0|0|-");
-    QAbstractItemModel *rangliste = kind<QTreeView>(&fenster, "tvRangliste")->model();
+    QAbstractItemModel *rangliste = modell(&fenster, "tvRangliste");
     QTRY_COMPARE(rangliste->rowCount(), 5);
     QTRY_COMPARE(status(fenster),
                  QStringLiteral("2 Nachrichten ohne gueltigen Schluessel verworfen"));
@@ -437,7 +397,7 @@ void TstNetz::verbindung()
     QVERIFY(!serverFeld->isEnabled());
     kind<QComboBox>(&fenster, "cmbVerbindung")->setCurrentIndex(1);
     QVERIFY(serverFeld->isEnabled());
-    kind<QLineEdit>(&fenster, "leServer")->setText(server);
+    serverFeld->setText(server);
     kind<QLineEdit>(&fenster, "leKennung")->setText(kennung);
     kind<QLineEdit>(&fenster, "leZugangsschluessel")->setText(schluessel);
     kind<QPushButton>(&fenster, "pbVerbindungUebernehmen")->click();
@@ -491,53 +451,49 @@ void TstNetz::abendMitManager()
     QVERIFY(TestProtokoll::anlegen(3, 3, 0, 5));
     MeldungsBeantworter antworten;
     auto fenster = std::make_unique<MainWindow>();
-    Client manager(QStringLiteral("Tabulor"));
-    QStringList tische;
-    QStringList empfangen;
-    connect(&manager, &Client::newParticipant, this, [&](const QString &id) { tische << id; });
-    connect(&manager, &Client::newMessage, this,
-            [&](const QString &, const QString &text) { empfangen << text; });
-    QTRY_COMPARE_WITH_TIMEOUT(tische.size(), 1, 10000);
-    QVERIFY2(tische.first().startsWith("Kartulo@127.0.0.1:"), qPrintable(tische.first()));
-    QTRY_VERIFY_WITH_TIMEOUT(fenster->statusBar()->currentMessage().startsWith("Verbunden Tabulor"),
-                             10000);
+    Horcher manager(QStringLiteral("Tabulor"));
+    manager.sehen(1);
+    const QString tisch = manager.client.participants().value(0);
+    QVERIFY2(tisch.startsWith("Kartulo@127.0.0.1:"), qPrintable(tisch));
+    QTRY_VERIFY_WITH_TIMEOUT(status(*fenster).startsWith("Verbunden Tabulor"), 10000);
 
     // The manager's player list reaches the table.
-    manager.sendMessage("4:127.0.0.1:$12|Erika Muster|Ja|Nein@13|Otto Normal|Nein|Ja");
+    manager.client.sendMessage("4:127.0.0.1:$12|Erika Muster|Ja|Nein@13|Otto Normal|Nein|Ja");
     QTRY_COMPARE(TestProtokoll::spalte("Spieler", "MgldNr"), QList<int>({12, 13}));
 
     // The table asks for its players.
     kind<QLineEdit>(fenster.get(), "leNeuTischNr")->setText("5");
     kind<QLineEdit>(fenster.get(), "leNeuSerie")->setText("1");
     fenster->spielerdatenAnfordern();
-    QTRY_VERIFY(empfangen.contains("5:127.0.0.1:$5@1"));
+    QTRY_VERIFY(manager.texte.contains("5:127.0.0.1:$5@1"));
 
     // Each game sends its row and the results; the third ends the round and,
     // asked, sends the sheet.
     for (int spiel = 0; spiel < 3; ++spiel)
         eingeben(fenster.get(), Spiel{"tbKreuz", (spiel + 1) % 3, true, ""});
-    QTRY_VERIFY(empfangen.contains(
+    QTRY_VERIFY(manager.texte.contains(
         QStringLiteral("13:127.0.0.1:$5@1@3@12@1@0@0@0@0@0@0@0@24@0@24@0@0@0@0@0")));
-    QTRY_VERIFY(!empfangen.filter(QRegularExpression("^17:127.0.0.1:\\$")).isEmpty());
-    const QStringList ergebnisse = empfangen.filter(QRegularExpression("^7:127.0.0.1:\\$"));
-    QVERIFY(!ergebnisse.isEmpty());
-    QVERIFY2(ergebnisse.last().contains("Bernd|5|1|"), qPrintable(ergebnisse.last()));
+    QTRY_VERIFY(!manager.typ(17).isEmpty());
+    QVERIFY(!manager.typ(7).isEmpty());
+    QVERIFY2(manager.typ(7).last().startsWith("7:127.0.0.1:$") &&
+                 manager.typ(7).last().contains("Bernd|5|1|"),
+             qPrintable(manager.typ(7).last()));
     QVERIFY(antworten.texte.contains("Rundenende erreicht!\nDaten nach Tabulor kopieren?"));
 
-    const QString pdf = TestUmgebung::datenVerzeichnis() + "/Skat20-11-2026_S1_T5.pdf";
-    QVERIFY(empfangen.contains("16:127.0.0.1:$Skat20-11-2026_S1_T5.pdf"));
-    const QString blatt = empfangen.filter(QRegularExpression("^17:127.0.0.1:\\$")).last();
-    const QString daten = blatt.section('@', 1);
+    QVERIFY(manager.texte.contains("16:127.0.0.1:$Skat20-11-2026_S1_T5.pdf"));
+    const QString blatt = manager.typ(17).last();
     QVERIFY(blatt.startsWith("17:127.0.0.1:$Skat20-11-2026_S1_T5.pdf@"));
-    QFile datei(pdf);
+    QFile datei(TestUmgebung::datenVerzeichnis() + "/Skat20-11-2026_S1_T5.pdf");
     QVERIFY(datei.open(QIODevice::ReadOnly));
-    QCOMPARE(qUncompress(QByteArray::fromBase64(daten.toLatin1())), datei.readAll());
+    QCOMPARE(qUncompress(QByteArray::fromBase64(blatt.section('@', 1).toLatin1())),
+             datei.readAll());
 
     // The table leaves: the manager sees it go.
     QStringList gegangen;
-    connect(&manager, &Client::participantLeft, this, [&](const QString &id) { gegangen << id; });
+    connect(&manager.client, &Client::participantLeft, this,
+            [&](const QString &id) { gegangen << id; });
     fenster.reset();
-    QTRY_COMPARE_WITH_TIMEOUT(gegangen, tische, 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(gegangen, QStringList{tisch}, 10000);
 }
 
 // A first list answers a second list's request: refused while its list has
@@ -548,43 +504,36 @@ void TstNetz::zweitlisteAnfragen()
 {
     MeldungsBeantworter antworten;
     auto fenster = std::make_unique<MainWindow>();
-    Client zweite(QStringLiteral("Kartulo"));
-    QStringList empfangen;
-    connect(&zweite, &Client::newMessage, this,
-            [&](const QString &, const QString &text) { empfangen << text; });
-    QTRY_COMPARE_WITH_TIMEOUT(zweite.participants().size(), 1, 10000);
+    Horcher zweite(QStringLiteral("Kartulo"));
+    zweite.sehen(1);
 
     // Table 0 without a list: a request for table 0 is refused.
-    zweite.sendMessage("8:10.1.1.1:$0");
-    QTRY_COMPARE(
-        empfangen.filter(QRegularExpression("^10:")),
-        QStringList({"10:127.0.0.1:$0@Protokoll in Erstliste wurde noch nicht gestartet!"}));
-    zweite.sendMessage("8:10.1.1.1:$7");
+    zweite.client.sendMessage("8:10.1.1.1:$0");
+    QTRY_COMPARE(zweite.typ(10), QStringList({"10:127.0.0.1:$0@Protokoll in Erstliste wurde noch "
+                                              "nicht gestartet!"}));
+    zweite.client.sendMessage("8:10.1.1.1:$7");
     fenster.reset();
-    empfangen.clear();
+    zweite.texte.clear();
 
     TestUmgebung::allesLoeschen();
     QVERIFY(TestProtokoll::anlegen(3, 36, 0, 5));
     fenster = std::make_unique<MainWindow>();
     eingeben(fenster.get(), Spiel{"tbKreuz", 1, true, ""});
-    QTRY_COMPARE_WITH_TIMEOUT(zweite.participants().size(), 1, 10000);
-    zweite.sendMessage("8:10.1.1.1:$5");
-    QTRY_VERIFY(!empfangen.filter(QRegularExpression("^14:")).isEmpty());
-    QCOMPARE(empfangen.filter(QRegularExpression("^9:")),
+    zweite.sehen(1);
+    zweite.client.sendMessage("8:10.1.1.1:$5");
+    QTRY_VERIFY(!zweite.typ(14).isEmpty());
+    QCOMPARE(zweite.typ(9),
              QStringList({"9:127.0.0.1:$5@1@100|Anna|Ja|Ja@101|Bernd|Ja|Ja@102|Clara|Ja|Ja@"
                           "SpielerEnde"}));
-    QCOMPARE(empfangen.filter(QRegularExpression("^14:")),
-             QStringList({"14:127.0.0.1:$12@1@0@0@0@0@0@0@0@24@0@0@24@0@0@0@0"}));
-    zweite.sendMessage("8:10.1.1.2:$5");
-    QTRY_COMPARE(empfangen.filter(QRegularExpression("^10:")),
-                 QStringList({"10:127.0.0.1:$5@Tisch 5 hat schon Zweitliste!"}));
+    QCOMPARE(zweite.typ(14), QStringList({"14:127.0.0.1:$12@1@0@0@0@0@0@0@0@24@0@0@24@0@0@0@0"}));
+    zweite.client.sendMessage("8:10.1.1.2:$5");
+    QTRY_COMPARE(zweite.typ(10), QStringList({"10:127.0.0.1:$5@Tisch 5 hat schon Zweitliste!"}));
 
     // A corrected game goes to the second list again, to be compared anew.
-    fenster->onUebersichtDoubleClicked(
-        kind<QTableView>(fenster.get(), "tblViewUebersicht")->model()->index(0, 0));
+    fenster->onUebersichtDoubleClicked(modell(fenster.get(), "tblViewUebersicht")->index(0, 0));
     for (const char *knopf : {"tbVerloren", "pbFertig", "pbInListeEintragen"})
         klick(fenster.get(), knopf);
-    QTRY_COMPARE(empfangen.filter(QRegularExpression("^13:127\\.0\\.0\\.1:\\$5@1@1@")),
+    QTRY_COMPARE(zweite.typ(13),
                  QStringList({"13:127.0.0.1:$5@1@1@12@1@0@0@0@0@0@0@0@0@48@0@-48@0@0@0@0"}));
 }
 

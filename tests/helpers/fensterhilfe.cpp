@@ -33,9 +33,41 @@ void eingeben(QWidget *fenster, const Spiel &spiel)
     klick(fenster, "pbInListeEintragen");
 }
 
-QString text(QWidget *fenster, const char *name)
+QString text(QObject *fenster, const char *name)
 {
-    return kind<QLineEdit>(fenster, name)->text();
+    QObject *w = kind<QWidget>(fenster, name);
+    return w->property(qobject_cast<QComboBox *>(w) ? "currentText" : "text").toString();
+}
+
+QStringList texte(QObject *fenster, std::initializer_list<const char *> namen)
+{
+    QStringList texte;
+    for (const char *name : namen)
+        texte << text(fenster, name);
+    return texte;
+}
+
+QAbstractItemModel *modell(QObject *fenster, const char *ansicht)
+{
+    return kind<QAbstractItemView>(fenster, ansicht)->model();
+}
+
+QStringList zellen(const QAbstractItemModel *modell, int spalte)
+{
+    QStringList texte;
+    for (int zeile = 0; zeile < modell->rowCount(); ++zeile)
+        texte << modell->index(zeile, spalte).data().toString();
+    return texte;
+}
+
+QString seite(QObject *fenster)
+{
+    return kind<QTabWidget>(fenster, "tabWidget")->currentWidget()->objectName();
+}
+
+int nummer(QObject *fenster)
+{
+    return kind<QLCDNumber>(fenster, "lcdNumber")->intValue();
 }
 
 void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf, const QString &tisch,
@@ -52,6 +84,14 @@ void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf, con
     klick(fenster, knopf);
 }
 
+void zweitlisteTisch(MainWindow &fenster, const QString &tisch)
+{
+    if (!kind<QDockWidget>(&fenster, "DockZweitliste"))
+        fenster.startZweitProtokoll();
+    kind<QDockWidget>(&fenster, "DockZweitliste")->findChild<QLineEdit *>()->setText(tisch);
+    fenster.onZweitListenTischNrOk();
+}
+
 void seiteZeigen(QWidget *fenster, const char *seite)
 {
     kind<QTabWidget>(fenster, "tabWidget")->setCurrentWidget(kind<QWidget>(fenster, seite));
@@ -61,6 +101,13 @@ void seiteZeigen(QWidget *fenster, const char *seite)
 QString status(MainWindow &fenster)
 {
     return fenster.statusBar()->currentMessage();
+}
+
+bool mitSpielen(int spiele, int modus, QStringList statements)
+{
+    for (const SpielEintrag &e : TestProtokoll::abend(spiele, 4))
+        statements << Sql::spielEinfuegen(e);
+    return TestProtokoll::anlegen(4, 48, modus) && TestProtokoll::sql(statements);
 }
 
 } // namespace Fenster
