@@ -18,15 +18,12 @@ const QStringList LangeNamen{"Anna-Lena Schmidt", "Bernd Keller", "Clara Vogt",
 // A running list of four with long names and the first games of an evening.
 void tischMitSpielen(int spiele)
 {
-    QVERIFY(TestProtokoll::anlegen(4, 48));
     QStringList statements;
     for (int i = 0; i < LangeNamen.size(); ++i)
         statements << QStringLiteral("UPDATE Teilnehmer SET Name = '%1' WHERE MgldNr = %2")
                           .arg(LangeNamen.at(i))
                           .arg(i + 1);
-    for (const SpielEintrag &e : TestProtokoll::abend(spiele, 4))
-        statements << Sql::spielEinfuegen(e);
-    QVERIFY(TestProtokoll::sql(statements));
+    QVERIFY(mitSpielen(spiele, 0, statements));
 }
 
 // Shown at the size a maximised window has on that screen.
@@ -48,28 +45,19 @@ QString abgeschnitten(QWidget *w)
             .arg(name)
             .arg(w->height())
             .arg(w->minimumSizeHint().height());
-    if (auto *knopf = qobject_cast<QAbstractButton *>(w)) {
-        if (knopf->width() < knopf->sizeHint().width())
-            return QStringLiteral("%1 \"%2\" %3 px breit statt %4")
-                .arg(name, knopf->text())
-                .arg(knopf->width())
-                .arg(knopf->sizeHint().width());
-    } else if (auto *feld = qobject_cast<QLineEdit *>(w)) {
-        // The frame and the text margins take 8 pixels of the width.
-        const int breite = feld->fontMetrics().horizontalAdvance(feld->text()) + 8;
-        if (feld->width() < breite)
-            return QStringLiteral("%1 \"%2\" %3 px breit statt %4")
-                .arg(name, feld->text())
-                .arg(feld->width())
-                .arg(breite);
-    }
-    return QString();
-}
-
-QString attribut(const QByteArray &xml, const QString &name)
-{
-    const QRegularExpression muster(QStringLiteral(" %1=\"([^\"]*)\"").arg(name));
-    return muster.match(QString::fromUtf8(xml)).captured(1);
+    const auto *knopf = qobject_cast<QAbstractButton *>(w);
+    const auto *feld = qobject_cast<QLineEdit *>(w);
+    const QString text = knopf ? knopf->text() : feld ? feld->text() : QString();
+    // The frame and the text margins take 8 pixels of a field's width.
+    const int breite = knopf  ? knopf->sizeHint().width()
+                       : feld ? feld->fontMetrics().horizontalAdvance(text) + 8
+                              : 0;
+    if (w->width() >= breite)
+        return QString();
+    return QStringLiteral("%1 \"%2\" %3 px breit statt %4")
+        .arg(name, text)
+        .arg(w->width())
+        .arg(breite);
 }
 
 } // namespace
@@ -90,13 +78,7 @@ private slots:
 
 void TstTablett::allesZuSehen_data()
 {
-    QTest::addColumn<QSize>("groesse");
-    QTest::addColumn<bool>("korrektur");
-    for (const QSize &groesse : {QSize(1024, 600), QSize(1280, 800)})
-        for (const bool korrektur : {false, true})
-            QTest::addRow("%dx%d%s", groesse.width(), groesse.height(),
-                          korrektur ? " Korrektur" : "")
-                << groesse << korrektur;
+    Faelle::laden("tablett.tsv");
 }
 
 // The test screen is smaller than 1000 pixels, so the window has the touch font.
@@ -104,17 +86,17 @@ void TstTablett::allesZuSehen_data()
 // correction banner too; the participants show whole names and both flags.
 void TstTablett::allesZuSehen()
 {
-    QFETCH(QSize, groesse);
+    QFETCH(int, breite);
+    QFETCH(int, hoehe);
     QFETCH(bool, korrektur);
     tischMitSpielen(8);
     Probe fenster;
     QCOMPARE(fenster.font().pixelSize(), 20);
     QVERIFY(fenster.windowState() & Qt::WindowMaximized);
-    zeigen(fenster, groesse);
+    zeigen(fenster, QSize(breite, hoehe));
     kind<QLineEdit>(&fenster, "leMeldungRot")->setText("Verbleibende Zeit 120 Minuten");
     if (korrektur)
-        fenster.onUebersichtDoubleClicked(
-            kind<QTableView>(&fenster, "tblViewUebersicht")->model()->index(2, 0));
+        fenster.onUebersichtDoubleClicked(modell(&fenster, "tblViewUebersicht")->index(2, 0));
     else
         for (const char *knopf : {"tbSpieler2", "tbHand", "pbFertig"})
             klick(&fenster, knopf);
@@ -166,24 +148,20 @@ void TstTablett::spielNummer()
 {
     tischMitSpielen(7);
     MeldungsBeantworter antworten;
-    const auto nummer = [](MainWindow &fenster) {
-        return kind<QLCDNumber>(&fenster, "lcdNumber")->intValue();
-    };
     {
         MainWindow fenster;
-        QCOMPARE(nummer(fenster), 8);
-        klick(&fenster, "tbGrang");
-        klick(&fenster, "tbSpieler1");
-        klick(&fenster, "pbFertig");
+        QCOMPARE(nummer(&fenster), 8);
+        for (const char *knopf : {"tbGrang", "tbSpieler1", "pbFertig"})
+            klick(&fenster, knopf);
         auto *beschreibung = kind<QLineEdit>(&fenster, "leSpielBeschreibung");
         QVERIFY(!beschreibung->text().isEmpty());
         QCOMPARE(beschreibung->cursorPosition(), 0);
         klick(&fenster, "pbInListeEintragen");
         QCOMPARE(TestProtokoll::zeilen("SpielListe"), 8);
-        QCOMPARE(nummer(fenster), 9);
+        QCOMPARE(nummer(&fenster), 9);
     }
     MainWindow fenster;
-    QCOMPARE(nummer(fenster), 9);
+    QCOMPARE(nummer(&fenster), 9);
 }
 
 // The sheet of a list begun at the table opens at its header and scrolls with
@@ -193,12 +171,7 @@ void TstTablett::blatt()
 {
     Probe fenster;
     zeigen(fenster, QSize(1024, 600));
-    kind<QAction>(&fenster, "actionNeu")->trigger();
-    for (int i = 0; i < 4; ++i)
-        fenster.findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))
-            ->setText(LangeNamen.at(i));
-    kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(QStringLiteral("7"));
-    klick(&fenster, "pbOk");
+    neuSeite(&fenster, LangeNamen, "pbOk");
     klick(&fenster, "pbStartSpiel");
     seiteZeigen(&fenster, "tabSpieleListe");
     auto *ansicht = kind<QGraphicsView>(&fenster, "gvSpieleListe");
@@ -311,14 +284,15 @@ void TstTablett::geldFelder()
     QTest::keyClicks(zeile, eingabe);
     kind<QLineEdit>(&fenster, "leListenName")->setFocus();
     QCOMPARE(zeile->text(), danach);
-    const QString meldung = fenster.statusBar()->currentMessage();
-    QVERIFY2(hinweis.isEmpty() ? !meldung.contains("moeglich") : meldung.startsWith(hinweis),
-             qPrintable(meldung));
+    QVERIFY2(hinweis.isEmpty() ? !status(fenster).contains("moeglich")
+                               : status(fenster).startsWith(hinweis),
+             qPrintable(status(fenster)));
 
     fenster.onSicherheitsKopieSpeichern();
     QFile kopie(TestUmgebung::datenVerzeichnis() + "/xmlsicherheitskopie.xml");
     QVERIFY(kopie.open(QIODevice::ReadOnly));
-    QCOMPARE(::attribut(kopie.readAll(), attribut), danach);
+    const QRegularExpression wert(QStringLiteral(" %1=\"([^\"]*)\"").arg(attribut));
+    QCOMPARE(wert.match(QString::fromUtf8(kopie.readAll())).captured(1), danach);
 }
 
 KARTULO_TEST_MAIN(TstTablett)
