@@ -27,11 +27,6 @@ Spiel spielNummer(int n, int spieler)
     return Spiel{Typen[n % 7].first, n % spieler, n % 3 != 0, QString()};
 }
 
-QAbstractItemModel *uebersicht(MainWindow &fenster)
-{
-    return kind<QTableView>(&fenster, "tblViewUebersicht")->model();
-}
-
 } // namespace
 
 class TstListenfuehrung : public QObject
@@ -75,10 +70,7 @@ void TstListenfuehrung::zusaetze()
 
 void TstListenfuehrung::ganzeListe_data()
 {
-    QTest::addColumn<int>("spieler");
-    QTest::addColumn<int>("anzahl");
-    QTest::newRow("4 Spieler, 48 Spiele") << 4 << 48;
-    QTest::newRow("3 Spieler, 36 Spiele") << 3 << 36;
+    Faelle::laden("ganzeliste.tsv");
 }
 
 void TstListenfuehrung::ganzeListe()
@@ -98,7 +90,7 @@ void TstListenfuehrung::ganzeListe()
     }
     QCOMPARE(spalte("SpielListe", "Zeile"), nummern);
     QCOMPARE(spalte("SpielListe", "Spiel"), spiele);
-    QCOMPARE(uebersicht(fenster)->rowCount(), anzahl);
+    QCOMPARE(modell(&fenster, "tblViewUebersicht")->rowCount(), anzahl);
 
     // One game more is refused.
     eingeben(&fenster, spielNummer(anzahl + 1, spieler));
@@ -140,7 +132,7 @@ void TstListenfuehrung::gesperrt()
 {
     Probe fenster(4);
     eingeben(&fenster, spielNummer(1, 4));
-    const QString status = fenster.statusBar()->currentMessage();
+    const QString vorher = status(fenster);
     fenster.antworten.texte.clear();
     {
         Sperre sperre(Sperre::Schreiben);
@@ -151,9 +143,9 @@ void TstListenfuehrung::gesperrt()
     QVERIFY2(fenster.antworten.texte.last().contains(TestUmgebung::datenbankDatei()) &&
                  fenster.antworten.texte.last().contains("locked"),
              qPrintable(fenster.antworten.texte.last()));
-    QCOMPARE(fenster.statusBar()->currentMessage(), status);
+    QCOMPARE(status(fenster), vorher);
     // Still the number of the game that waits to be entered.
-    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
+    QCOMPARE(nummer(&fenster), 2);
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
     klick(&fenster, "pbInListeEintragen");
@@ -205,16 +197,16 @@ void TstListenfuehrung::korrigieren()
 
     fenster.antworten.texte.clear();
     auto *tabelle = kind<QTableView>(&fenster, "tblViewUebersicht");
-    tabelle->setCurrentIndex(uebersicht(fenster)->index(1, 5));
+    tabelle->setCurrentIndex(tabelle->model()->index(1, 5));
     fenster.onSpielEintragBearbeiten();
     QCOMPARE(fenster.antworten.texte.value(0), QStringLiteral("Spiel Nr 2 bearbeiten?"));
-    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
+    QCOMPARE(nummer(&fenster), 2);
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
     QVERIFY(kind<QToolButton>(&fenster, "tbSpieler3")->isChecked());
     QCOMPARE(text(&fenster, "leReizwert"), QStringLiteral("20"));
     auto *korrektur = kind<QGroupBox>(&fenster, "gbKorrektur");
     QVERIFY(!korrektur->isHidden());
-    QCOMPARE(kind<QLabel>(&fenster, "lblKorrektur")->text(), QStringLiteral("Korrektur Spiel 2"));
+    QCOMPARE(text(&fenster, "lblKorrektur"), QStringLiteral("Korrektur Spiel 2"));
     // A correction may name the present dealer, Bernd, as declarer.
     QVERIFY(kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
     for (const char *name : {"tbVerloren", "tbSpieler2", "pbFertig"})
@@ -223,30 +215,28 @@ void TstListenfuehrung::korrigieren()
     klick(&fenster, "pbInListeEintragen");
     QCOMPARE(spalte("SpielListe", "Spieler2"), QList<int>({20, -44, 0, 0, 23}));
     QCOMPARE(spalte("SpielListe", "Spieler3"), QList<int>({0, 0, 0, 0, 0}));
-    QCOMPARE(uebersicht(fenster)->index(1, 13).data().toString(), QStringLiteral("-44"));
+    QCOMPARE(tabelle->model()->index(1, 13).data().toString(), QStringLiteral("-44"));
     QVERIFY(korrektur->isHidden());
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
 
-    tabelle->setCurrentIndex(uebersicht(fenster)->index(2, 2));
+    tabelle->setCurrentIndex(tabelle->model()->index(2, 2));
     fenster.onSpielEintragLoeschen();
     // Bernd still deals after the correction; with four games left, Anna deals the fifth.
     QCOMPARE(fenster.antworten.texte.mid(2),
              QStringList({"Geber Bernd", "Zeile 3 wirklich entfernen?", "Geber Anna"}));
-    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4}));
     QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11, 24, 23}));
-    QCOMPARE(uebersicht(fenster)->rowCount(), 4);
-    QCOMPARE(uebersicht(fenster)->index(3, 0).data().toString(), QStringLiteral("4"));
+    QCOMPARE(tabelle->model()->rowCount(), 4);
+    QCOMPARE(tabelle->model()->index(3, 0).data().toString(), QStringLiteral("4"));
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler1")->isEnabled());
     // A correction given up leaves the game; the next new game follows on as game 5.
-    tabelle->setCurrentIndex(uebersicht(fenster)->index(0, 0));
+    tabelle->setCurrentIndex(tabelle->model()->index(0, 0));
     fenster.onSpielEintragBearbeiten();
     QVERIFY(!korrektur->isHidden());
     klick(&fenster, "pbKorrekturAbbrechen");
     QVERIFY(korrektur->isHidden());
-    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 5);
+    QCOMPARE(nummer(&fenster), 5);
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler1")->isEnabled());
     eingeben(&fenster, Spiel{"tbKaro", 1, true, ""});
-    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4, 5}));
     QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11, 24, 23, 9}));
 }
 
@@ -273,11 +263,7 @@ void TstListenfuehrung::reizungsDock()
 
 void TstListenfuehrung::verlauf_data()
 {
-    QTest::addColumn<int>("modus");
-    QTest::addColumn<bool>("fabian");
-    QTest::newRow("Turnier") << 0 << false;
-    QTest::newRow("Turnier, Fabian") << 0 << true;
-    QTest::newRow("Bierlachs, mehrere Runden") << 2 << false;
+    Faelle::laden("verlauf.tsv");
 }
 
 // The chart of the evening: a line per seat, named by its player, ending
@@ -286,11 +272,7 @@ void TstListenfuehrung::verlauf()
 {
     QFETCH(int, modus);
     QFETCH(bool, fabian);
-    QVERIFY(anlegen(4, 48, modus));
-    QStringList statements{"UPDATE Settings SET BlPunkte=60"};
-    for (const SpielEintrag &e : abend(12, 4))
-        statements << Sql::spielEinfuegen(e);
-    QVERIFY(sql(statements));
+    QVERIFY(mitSpielen(12, modus, {"UPDATE Settings SET BlPunkte=60"}));
     einstellungen().setValue("spielstandmitfabianpunkten", fabian);
     Probe fenster;
     // Drawn while in view only.
