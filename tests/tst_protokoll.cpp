@@ -14,16 +14,7 @@ namespace {
 // The names in the participants table as the window shows them, seat by seat.
 QStringList teilnehmer(MainWindow &fenster)
 {
-    const QAbstractItemModel *model = kind<QTableView>(&fenster, "tblViewSpieler")->model();
-    QStringList namen;
-    for (int zeile = 0; zeile < model->rowCount(); ++zeile)
-        namen << model->index(zeile, 1).data().toString();
-    return namen;
-}
-
-QString modusText(MainWindow &fenster)
-{
-    return kind<QLabel>(&fenster, "lblModus")->text();
+    return zellen(modell(&fenster, "tblViewSpieler"), 1);
 }
 
 // Types a value into the named input dock and confirms it.
@@ -57,13 +48,12 @@ void TstProtokoll::neuesProtokoll()
     QVERIFY(sql({"INSERT INTO SpielListe (Zeile, Spiel, Spieler2) VALUES (1, 12, 24)"}));
     MainWindow fenster;
     auto *tabs = kind<QTabWidget>(&fenster, "tabWidget");
-    const auto seite = [&] { return tabs->currentWidget()->objectName(); };
     MeldungsBeantworter antworten;
     neuSeite(&fenster, {"Eva", "Fritz", "Gerd"}, "pbAbbruch");
-    QCOMPARE(seite(), QStringLiteral("tabEinstellungen"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabEinstellungen"));
     neuSeite(&fenster, {"Anna", "Be:rnd", "Clara"}, "pbOk");
     // The page stays open for a correction.
-    QCOMPARE(seite(), QStringLiteral("tabNeu"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabNeu"));
     QCOMPARE(zeilen("SpielListe"), 1);
     QCOMPARE(kind<QSpinBox>(&fenster, "spbTischNr")->value(), 5);
     // Fewer than three names are taken, with a warning.
@@ -82,10 +72,10 @@ void TstProtokoll::neuesProtokoll()
                           "Sind Mitglied- und Preisskat-Eintragungen korrekt?\nSerie Starten?",
                           zuWenige, "Neues Protokoll?"}));
     QCOMPARE(teilnehmer(fenster), QStringList({"Dora", "Anna", "Bernd"}));
-    QCOMPARE(seite(), QStringLiteral("tabEinstellungen"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabEinstellungen"));
     QCOMPARE(tabs->indexOf(kind<QWidget>(&fenster, "tabNeu")), -1);
-    QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("Erstliste Tisch 7"));
-    QCOMPARE(fenster.statusBar()->currentMessage(), QStringLiteral("Geber Dora"));
+    QCOMPARE(text(&fenster, "lblListe"), QStringLiteral("Erstliste Tisch 7"));
+    QCOMPARE(status(fenster), QStringLiteral("Geber Dora"));
     // The header may be changed until the series starts; a group id with a
     // forbidden character is refused and the last one kept.
     auto *anzahl = kind<QSpinBox>(&fenster, "spbSpielAnzahl");
@@ -104,7 +94,7 @@ void TstProtokoll::neuesProtokoll()
              QStringLiteral("Sind Mitglied- und Preisskat-Eintragungen korrekt?\nSerie Starten?"));
     QCOMPARE(zeilen("Settings"), 0);
     start->click();
-    QCOMPARE(seite(), QStringLiteral("tabSpieleintrag"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabSpieleintrag"));
     QVERIFY(!start->isEnabled() && !anzahl->isEnabled());
     QCOMPARE(lesen("SELECT TischNr || ' ' || Serie || ' ' || AnzahlSpiele || ' ' || Gruppe "
                    "FROM Settings"),
@@ -135,7 +125,7 @@ void TstProtokoll::sitze()
         QCOMPARE(teilnehmer(fenster).join(' '), QLatin1String(namen));
         QCOMPARE(tabelle->currentIndex().row(), auswahl);
     }
-    QCOMPARE(fenster.statusBar()->currentMessage(), QStringLiteral("Geber Bernd"));
+    QCOMPARE(status(fenster), QStringLiteral("Geber Bernd"));
     QCOMPARE(kind<QToolButton>(&fenster, "tbSpieler1")->text(), QStringLiteral("Bernd"));
     QVERIFY(fenster.antworten.titel.isEmpty());
 
@@ -158,11 +148,9 @@ void TstProtokoll::spielerRegister()
     QCOMPARE(lesen("SELECT MgldNr || ' ' || Name || ' ' || Mitglied || ' ' || Preisskat "
                    "FROM Spieler"),
              QStringList({"7 Eva 1 0", "8 Fritz 0 1", "0 Gerd 1 1"}));
-    const QAbstractItemModel *liste = kind<QListView>(&fenster, "lvRegistrierteSpieler")->model();
     for (int zeile : {1, 1, 0})
-        fenster.onSpielerDoubleClicked(liste->index(zeile, 0));
-    QCOMPARE(QStringList({text(&fenster, "leNeuSpieler1"), text(&fenster, "leNeuSpieler2"),
-                          text(&fenster, "leNeuSpieler3")}),
+        fenster.onSpielerDoubleClicked(modell(&fenster, "lvRegistrierteSpieler")->index(zeile, 0));
+    QCOMPARE(texte(&fenster, {"leNeuSpieler1", "leNeuSpieler2", "leNeuSpieler3"}),
              QStringList({"Fritz", "Eva", ""}));
 }
 
@@ -176,7 +164,7 @@ void TstProtokoll::modusUndDocks()
         Probe fenster;
         const auto modus = [&](const char *aktion) {
             kind<QAction>(&fenster, aktion)->trigger();
-            return modusText(fenster);
+            return text(&fenster, "lblModus");
         };
         auto *runden = kind<QComboBox>(&fenster, "cmbBierlachs");
         QCOMPARE(modus("actionErgebnis"), QStringLiteral("Ergebnis Modus"));
@@ -187,7 +175,7 @@ void TstProtokoll::modusUndDocks()
         dockFuellen(fenster, "DockBierlachs", "");
         QVERIFY(kind<QDockWidget>(&fenster, "DockBierlachs"));
         dockFuellen(fenster, "DockBierlachs", "100");
-        QCOMPARE(modusText(fenster), QStringLiteral("Bierlachs Modus - 100 Maxpunkte"));
+        QCOMPARE(text(&fenster, "lblModus"), QStringLiteral("Bierlachs Modus - 100 Maxpunkte"));
         QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockBierlachs"));
         // Anna plays Grand with one (48) twice and is at 4; Bernd loses a Karo (36 up).
         for (const Spiel &spiel : {Spiel{"tbGrang", 0, true, ""}, Spiel{"tbKaro", 1, false, ""},
@@ -196,7 +184,7 @@ void TstProtokoll::modusUndDocks()
         QVERIFY(!fenster.antworten.texte.contains("Rundenende! Neue Runde?"));
         eingeben(&fenster, Spiel{"tbKaro", 0, true, ""});
         QCOMPARE(fenster.antworten.texte.count("Rundenende! Neue Runde?"), 1);
-        QCOMPARE(fenster.statusBar()->currentMessage(), QStringLiteral("Bierlachs: Bernd"));
+        QCOMPARE(status(fenster), QStringLiteral("Bierlachs: Bernd"));
         QCOMPARE(text(&fenster, "lePunkte1"), QStringLiteral("Anna: 100 G0 V0"));
 
         modus("actionTurnier");
@@ -219,7 +207,7 @@ void TstProtokoll::modusUndDocks()
         fenster.close();
     }
     MainWindow neu;
-    QCOMPARE(modusText(neu), QStringLiteral("Ergebnis Mode"));
+    QCOMPARE(text(&neu, "lblModus"), QStringLiteral("Ergebnis Mode"));
 }
 
 KARTULO_TEST_MAIN(TstProtokoll)
