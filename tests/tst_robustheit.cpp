@@ -16,7 +16,16 @@ using namespace Fenster;
 
 namespace {
 
-const QString Einschleusung = QStringLiteral("x'; DROP TABLE SpielListe; --");
+// Opens the named input dock as a scorer does; no name: the window itself.
+QWidget *dockOeffnen(MainWindow &fenster, const QString &dock)
+{
+    if (dock == "DockZweitliste")
+        fenster.startZweitProtokoll();
+    else if (!dock.isEmpty())
+        kind<QAction>(&fenster, dock == "DockZeitLimit" ? "actionTurnier" : "actionBierlachs")
+            ->trigger();
+    return dock.isEmpty() ? &fenster : kind<QWidget>(&fenster, qPrintable(dock));
+}
 
 } // namespace
 
@@ -53,14 +62,7 @@ void TstRobustheit::eingefuegt()
     QFETCH(QString, feld);
     QFETCH(QString, eingabe);
     Probe fenster(4);
-    const QString dock = feld.section(QLatin1Char('/'), 0, -2);
-    if (dock == "DockZeitLimit")
-        kind<QAction>(&fenster, "actionTurnier")->trigger();
-    else if (dock == "DockBierlachs")
-        kind<QAction>(&fenster, "actionBierlachs")->trigger();
-    else if (dock == "DockZweitliste")
-        fenster.startZweitProtokoll();
-    QWidget *ort = dock.isEmpty() ? &fenster : kind<QWidget>(&fenster, qPrintable(dock));
+    QWidget *ort = dockOeffnen(fenster, feld.section(QLatin1Char('/'), 0, -2));
     auto *widget = kind<QWidget>(ort, qPrintable(feld.section(QLatin1Char('/'), -1)));
     QVERIFY(widget);
     auto *zeile = qobject_cast<QLineEdit *>(widget) ? qobject_cast<QLineEdit *>(widget)
@@ -86,25 +88,20 @@ void TstRobustheit::docks_data()
 
 void TstRobustheit::docks()
 {
-    QFETCH(QString, aktion);
+    QFETCH(QString, dock);
     QFETCH(QString, eingabe);
     Probe fenster(4);
-    if (aktion == "zweitliste")
-        fenster.startZweitProtokoll();
-    else
-        kind<QAction>(&fenster, qPrintable(aktion))->trigger();
-    auto *dock = fenster.findChild<EingabeDock *>();
-    QVERIFY(dock);
-    kind<QLineEdit>(dock, "leWert")->clear();
-    QTest::keyClicks(kind<QLineEdit>(dock, "leWert"), eingabe);
-    klick(dock, "pbDockOk");
-    if (aktion == "actionTurnier") {
+    QWidget *ort = dockOeffnen(fenster, dock);
+    QVERIFY(qobject_cast<EingabeDock *>(ort));
+    kind<QLineEdit>(ort, "leWert")->clear();
+    QTest::keyClicks(kind<QLineEdit>(ort, "leWert"), eingabe);
+    klick(ort, "pbDockOk");
+    if (dock == "DockZeitLimit") {
         kind<QPushButton>(&fenster, "pbStartSpiel")->setEnabled(true);
         klick(&fenster, "pbStartSpiel");
     }
     const QStringList gezeigt =
-        fenster.antworten.texte +
-        QStringList{text(&fenster, "leMeldungRot"), kind<QLabel>(&fenster, "lblModus")->text()};
+        fenster.antworten.texte + texte(&fenster, {"leMeldungRot", "lblModus"});
     QFETCH(QString, danach);
     QVERIFY2(gezeigt.contains(danach), qPrintable(gezeigt.join(" | ")));
 }
@@ -121,14 +118,7 @@ void TstRobustheit::neueNamen()
     QFETCH(QString, name);
     QFETCH(QString, tisch);
     Probe fenster(4);
-    kind<QAction>(&fenster, "actionNeu")->trigger();
-    const QStringList namen{name, "Bernd", "Clara"};
-    for (int i = 0; i < namen.size(); ++i)
-        fenster.findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))
-            ->setText(namen.at(i));
-    kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(tisch);
-    kind<QLineEdit>(&fenster, "leNeuSerie")->setText("2");
-    klick(&fenster, "pbOk");
+    neuSeite(&fenster, {name, "Bernd", "Clara"}, "pbOk", tisch);
     QCOMPARE(fenster.antworten.texte, QStringList{"Neues Protokoll?"});
     QTEST(lesen("SELECT Name FROM Teilnehmer").value(0), "teilnehmer");
     QTEST(lesen("SELECT Name FROM Spieler WHERE MgldNr = 1").value(0), "teilnehmer");
@@ -160,10 +150,7 @@ void TstRobustheit::teilnehmerTabelle()
 
 void TstRobustheit::spielerDatei_data()
 {
-    QTest::addColumn<QByteArray>("inhalt");
-    QTest::addColumn<QStringList>("namen");
-    QTest::newRow("leer") << QByteArray() << QStringList();
-    QTest::newRow("Einschleusung") << Einschleusung.toUtf8() << QStringList{Einschleusung};
+    Faelle::laden("spielerregister.tsv");
 }
 
 // "KartuloSpieler.txt" replaces the registry, an empty file too; how names
@@ -192,7 +179,7 @@ void TstRobustheit::langeListe()
     QVERIFY(XmlProtokoll::dateiSchreiben(TestUmgebung::datenVerzeichnis() + "/lang.xml",
                                          XmlProtokoll::schreiben(daten)));
     Probe fenster;
-    QAbstractItemModel *uebersicht = kind<QTableView>(&fenster, "tblViewUebersicht")->model();
+    QAbstractItemModel *uebersicht = modell(&fenster, "tblViewUebersicht");
     QSignalSpy neuAusgelegt(uebersicht, &QAbstractItemModel::layoutChanged);
     kind<QAction>(&fenster, "actionLaden")->trigger();
     klick(fenster.findChild<DockFileView *>(), "pbOk");
