@@ -7,23 +7,6 @@
 
 using namespace Fenster;
 
-namespace {
-
-QStringList spalte(QAbstractItemModel *modell, int spalte)
-{
-    QStringList texte;
-    for (int zeile = 0; zeile < modell->rowCount(); ++zeile)
-        texte << modell->index(zeile, spalte).data().toString();
-    return texte;
-}
-
-QAbstractItemModel *rangliste(MainWindow &fenster)
-{
-    return kind<QTreeView>(&fenster, "tvRangliste")->model();
-}
-
-} // namespace
-
 class TstRangFenster : public QObject
 {
     Q_OBJECT
@@ -43,24 +26,24 @@ void TstRangFenster::ergebnisse()
     fenster.appendMessage("Kartulo@10.0.0.12:4000",
                           "7:10.0.0.12:$Otto|1|1|120|3|0|4.5|-|1@Eva|1|1|-30|0|2|8|-|2");
     eingeben(&fenster, Spiel{"tbKreuz", 1, true, ""});
-    QAbstractItemModel *modell = rangliste(fenster);
-    QCOMPARE(spalte(modell, 0), QStringList({"Otto", "Eva", "Anna", "Bernd", "Clara"}));
-    QCOMPARE(spalte(modell, 1), QStringList({"1", "1", "2", "2", "2"}));
-    QCOMPARE(spalte(modell, 7), QStringList({"-", "-", "-", "-", "-"}));
+    QAbstractItemModel *rangliste = modell(&fenster, "tvRangliste");
+    QCOMPARE(zellen(rangliste, 0), QStringList({"Otto", "Eva", "Anna", "Bernd", "Clara"}));
+    QCOMPARE(zellen(rangliste, 1), QStringList({"1", "1", "2", "2", "2"}));
+    QCOMPARE(zellen(rangliste, 7), QStringList({"-", "-", "-", "-", "-"}));
     // A name the stretched column cuts shows whole as the cell's tip.
-    QCOMPARE(modell->index(1, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("Eva"));
-    const QColor ungerade = modell->index(0, 0).data(Qt::BackgroundRole).value<QBrush>().color();
-    const QColor gerade = modell->index(2, 6).data(Qt::BackgroundRole).value<QBrush>().color();
+    QCOMPARE(rangliste->index(1, 0).data(Qt::ToolTipRole).toString(), QStringLiteral("Eva"));
+    const QColor ungerade = rangliste->index(0, 0).data(Qt::BackgroundRole).value<QBrush>().color();
+    const QColor gerade = rangliste->index(2, 6).data(Qt::BackgroundRole).value<QBrush>().color();
     QCOMPARE(ungerade, QColor(Qt::cyan));
     QCOMPARE(gerade, QColor(Qt::lightGray));
-    QVERIFY(!modell->index(0, 7).data(Qt::BackgroundRole).isValid());
+    QVERIFY(!rangliste->index(0, 7).data(Qt::BackgroundRole).isValid());
 
     fenster.onTischreihenfolgeAuswerten();
-    QCOMPARE(spalte(modell, 7).mid(0, 2), QStringList({"1 - 1", "2 - 2"}));
+    QCOMPARE(zellen(rangliste, 7).mid(0, 2), QStringList({"1 - 1", "2 - 2"}));
 
     fenster.onSpielStandsAnzeigeAufNullSetzen();
-    QCOMPARE(spalte(modell, 0), QStringList({"Anna", "Bernd", "Clara"}));
-    QCOMPARE(spalte(modell, 3), QStringList({"0", "0", "0"}));
+    QCOMPARE(zellen(rangliste, 0), QStringList({"Anna", "Bernd", "Clara"}));
+    QCOMPARE(zellen(rangliste, 3), QStringList({"0", "0", "0"}));
 }
 
 // Both files land in the data directory under the date's name after their
@@ -94,38 +77,30 @@ void TstRangFenster::dateien()
 }
 
 // The projector view fills its screen, follows the ranking with the best on
-// top in large light type on dark; Esc or its button closes it.
+// top in large light type on dark; Esc or, on a tablet without keys, its own
+// button closes it.
 void TstRangFenster::leinwand()
 {
     Probe fenster(3, 36, 0, 2);
     fenster.appendMessage("Kartulo@10.0.0.12:4000", "7:10.0.0.12:$Otto|1|1|20|3|0|4.5|-|1");
-    const auto oeffnen = [&] {
+    for (const bool taste : {true, false}) {
         klick(&fenster, "pbLeinwand");
+        QPointer<QWidget> leinwand;
         for (QWidget *w : QApplication::topLevelWidgets())
             if (w->objectName() == "leinwand" && w->isVisible())
-                return w;
-        return static_cast<QWidget *>(nullptr);
-    };
-    QWidget *leinwand = oeffnen();
-    QVERIFY(leinwand);
-    QVERIFY(leinwand->windowState() & Qt::WindowFullScreen);
-    auto *tabelle = kind<QTableView>(leinwand, "tblLeinwand");
-    fenster.appendMessage("Kartulo@10.0.0.13:4000", "7:10.0.0.13:$Eva|3|1|50|2|0|1|-|1");
-    QCOMPARE(spalte(tabelle->model(), 0).mid(0, 2), QStringList({"Eva", "Otto"}));
-    QVERIFY(tabelle->font().pixelSize() >= 28);
-    // Numbered by place, in the projector's colours rather than the page's.
-    QCOMPARE(tabelle->model()->headerData(1, Qt::Vertical).toInt(), 2);
-    QVERIFY(!tabelle->model()->index(0, 0).data(Qt::BackgroundRole).isValid());
-    const QPointer<QWidget> offen(leinwand);
-    QTest::keyClick(leinwand, Qt::Key_Escape);
-    QTRY_VERIFY(offen.isNull());
-
-    // On a tablet without keys, its own button closes it.
-    QWidget *wieder = oeffnen();
-    QVERIFY(wieder);
-    const QPointer<QWidget> nochOffen(wieder);
-    klick(wieder, "pbLeinwandSchliessen");
-    QTRY_VERIFY(nochOffen.isNull());
+                leinwand = w;
+        QVERIFY(leinwand);
+        QVERIFY(leinwand->windowState() & Qt::WindowFullScreen);
+        auto *tabelle = kind<QTableView>(leinwand, "tblLeinwand");
+        fenster.appendMessage("Kartulo@10.0.0.13:4000", "7:10.0.0.13:$Eva|3|1|50|2|0|1|-|1");
+        QCOMPARE(zellen(tabelle->model()).mid(0, 2), QStringList({"Eva", "Otto"}));
+        QVERIFY(tabelle->font().pixelSize() >= 28);
+        // Numbered by place, in the projector's colours rather than the page's.
+        QCOMPARE(tabelle->model()->headerData(1, Qt::Vertical).toInt(), 2);
+        QVERIFY(!tabelle->model()->index(0, 0).data(Qt::BackgroundRole).isValid());
+        taste ? QTest::keyClick(leinwand, Qt::Key_Escape) : klick(leinwand, "pbLeinwandSchliessen");
+        QTRY_VERIFY(leinwand.isNull());
+    }
 }
 
 KARTULO_TEST_MAIN(TstRangFenster)
