@@ -98,11 +98,7 @@ void TstDateiFenster::blattUndSpeichern()
 // the list as it was, the backup brings back what was deleted since.
 void TstDateiFenster::speichernUndLaden()
 {
-    QVERIFY(anlegen(4, 48, 0, 5));
-    QStringList statements{"UPDATE Settings SET Serie = 2"};
-    for (const SpielEintrag &e : abend(48, 4))
-        statements << Sql::spielEinfuegen(e);
-    QVERIFY(sql(statements));
+    QVERIFY(mitSpielen(48, 0, {"UPDATE Settings SET Serie = 2"}));
     const QList<int> abend = inhalt();
     Probe fenster;
     fenster.onSaveListe(false);
@@ -123,9 +119,7 @@ void TstDateiFenster::speichernUndLaden()
         auto *dock = fenster.findChild<DockFileView *>();
         QVERIFY(dock);
         auto *ansicht = dock->findChild<QTreeView *>();
-        QStringList dateien;
-        for (int zeile = 0; zeile < ansicht->model()->rowCount(); ++zeile)
-            dateien << ansicht->model()->index(zeile, 0).data().toString();
+        const QStringList dateien = zellen(ansicht->model());
         QCOMPARE(dateien.value(0), QStringLiteral("kaputt.xml"));
         QCOMPARE(QSet<QString>(dateien.begin() + 1, dateien.end()),
                  QSet<QString>({"xmlsicherheitskopie.xml", "Skat20-11-2026_S2_T5.xml"}));
@@ -153,8 +147,8 @@ void TstDateiFenster::speichernUndLaden()
                  "/kaputt.xml\nist kein lesbares Protokoll.\nZeile 5:"),
              qPrintable(fenster.antworten.texte.first()));
     QCOMPARE(fenster.antworten.texte.last(), QStringLiteral("Rundenende erreicht!"));
-    QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("XML-Liste Tisch 5"));
-    QCOMPARE(kind<QTableView>(&fenster, "tblViewUebersicht")->model()->rowCount(), 48);
+    QCOMPARE(text(&fenster, "lblListe"), QStringLiteral("XML-Liste Tisch 5"));
+    QCOMPARE(modell(&fenster, "tblViewUebersicht")->rowCount(), 48);
 
     // A folder where a file should go: each save names its file and the reason.
     fenster.antworten.texte.clear();
