@@ -58,8 +58,8 @@ int main(int argc, char *argv[])
     QObject::connect(&boxen, &QTimer::timeout, boxenMelden);
     boxen.start(20);
 
-    const auto ausfuehren = [&](const QString &text) {
-        const QStringList w = text.split(' ', Qt::SkipEmptyParts);
+    const auto ausfuehren = [&](const QString &zeile) {
+        const QStringList w = zeile.split(' ', Qt::SkipEmptyParts);
         const QString befehl = w.value(0);
         if (befehl == "liste") {
             TestProtokoll::anlegen(4, 48, 0, w.value(1).toInt());
@@ -71,10 +71,7 @@ int main(int argc, char *argv[])
             eingeben(fenster.get(), Spiel{qPrintable(w.value(1)), w.value(2).toInt(),
                                           w.value(3) == "1", QString()});
         } else if (befehl == "zweitliste") {
-            fenster->startZweitProtokoll();
-            auto *dock = fenster->findChild<QDockWidget *>("DockZweitliste");
-            dock->findChild<QLineEdit *>()->setText(w.value(1));
-            fenster->onZweitListenTischNrOk();
+            zweitlisteTisch(*fenster, w.value(1));
         } else if (befehl == "antwort") {
             antworten.antworte(w.value(1) == "ja" ? QMessageBox::Yes : QMessageBox::No);
         } else if (befehl == "freigeben") {
@@ -84,7 +81,7 @@ int main(int argc, char *argv[])
         } else if (befehl == "zeilen") {
             ausgeben(QStringLiteral("ZEILEN %1").arg(TestProtokoll::zeilen("SpielListe")));
         } else if (befehl == "beschriftung") {
-            ausgeben("LISTE " + kind<QLabel>(fenster.get(), "lblListe")->text());
+            ausgeben("LISTE " + text(fenster.get(), "lblListe"));
         } else if (befehl == "verbindung") {
             kind<QComboBox>(fenster.get(), "cmbVerbindung")->setCurrentIndex(w.size() > 1);
             kind<QLineEdit>(fenster.get(), "leServer")->setText(w.value(1));
@@ -92,7 +89,7 @@ int main(int argc, char *argv[])
             kind<QLineEdit>(fenster.get(), "leZugangsschluessel")->setText(w.value(3));
             kind<QPushButton>(fenster.get(), "pbVerbindungUebernehmen")->click();
         } else if (befehl == "stand") {
-            ausgeben("STAND " + kind<QLabel>(fenster.get(), "lblVerbindungsart")->text());
+            ausgeben("STAND " + text(fenster.get(), "lblVerbindungsart"));
         } else if (befehl == "teilnehmer") {
             ausgeben(QStringLiteral("TEILNEHMER %1")
                          .arg(fenster->findChild<Client *>()->participants().size()));
