@@ -103,6 +103,8 @@ void TstMainWindow::wiederhergestellt()
             uebersicht->isColumnHidden(15));
     QCOMPARE(uebersicht->model()->index(0, 13).data().toString(), QStringLiteral("48"));
     QCOMPARE(modell(&fenster, "tblViewSpieler")->index(2, 1).data(), "Clara");
+    // The game to come is the third.
+    QCOMPARE(nummer(&fenster), 3);
 
     for (const bool ja : {false, true}) {
         fenster.antworten.antworte(ja ? QMessageBox::Yes : QMessageBox::No);

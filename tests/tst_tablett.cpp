@@ -1,6 +1,6 @@
 // The window on a scorer's tablet: every text of the entry page whole at
-// 1024x600 and 1280x800 with the touch font, the sheet read from its top, the
-// game number, and money fields that keep numbers.
+// 1024x600 and 1280x800 with the touch font, the sheet read from its top, and
+// money fields that keep numbers.
 
 #include "app/sheets/pdfexport.h"
 #include "helpers/faelle.h"
@@ -70,7 +70,6 @@ private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void allesZuSehen_data();
     void allesZuSehen();
-    void spielNummer();
     void blatt();
     void geldFelder_data();
     void geldFelder();
@@ -100,6 +99,9 @@ void TstTablett::allesZuSehen()
     else
         for (const char *knopf : {"tbSpieler2", "tbHand", "pbFertig"})
             klick(&fenster, knopf);
+    // The description of the game is read from its start.
+    auto *beschreibung = kind<QLineEdit>(&fenster, "leSpielBeschreibung");
+    QVERIFY(korrektur || (!beschreibung->text().isEmpty() && beschreibung->cursorPosition() == 0));
     QCOMPARE(kind<QWidget>(&fenster, "gbKorrektur")->isVisible(), korrektur);
     seiteZeigen(&fenster, "tabSpieleintrag");
 
@@ -139,29 +141,6 @@ void TstTablett::allesZuSehen()
         if (kopf->sectionSize(1) < tabelle->fontMetrics().horizontalAdvance(name) + 8)
             fehler << "Teilnehmer " + name;
     QVERIFY2(fehler.isEmpty(), qPrintable(fehler.join("\n")));
-}
-
-// The number shows the game to come (the one corrected: tst_listenfuehrung);
-// after a restart the list goes on where it stopped. The description is read
-// from its start.
-void TstTablett::spielNummer()
-{
-    tischMitSpielen(7);
-    MeldungsBeantworter antworten;
-    {
-        MainWindow fenster;
-        QCOMPARE(nummer(&fenster), 8);
-        for (const char *knopf : {"tbGrang", "tbSpieler1", "pbFertig"})
-            klick(&fenster, knopf);
-        auto *beschreibung = kind<QLineEdit>(&fenster, "leSpielBeschreibung");
-        QVERIFY(!beschreibung->text().isEmpty());
-        QCOMPARE(beschreibung->cursorPosition(), 0);
-        klick(&fenster, "pbInListeEintragen");
-        QCOMPARE(TestProtokoll::zeilen("SpielListe"), 8);
-        QCOMPARE(nummer(&fenster), 9);
-    }
-    MainWindow fenster;
-    QCOMPARE(nummer(&fenster), 9);
 }
 
 // The sheet of a list begun at the table opens at its header and scrolls with
