@@ -65,7 +65,6 @@ private slots:
     void relativeVerweise();
     void fehlendeSammlung();
     void werkzeugleiste();
-    void kurzanleitungBeimStart();
     void leitfadenVerweise_data();
     void leitfadenVerweise();
     void stichwortZiele();
@@ -115,12 +114,14 @@ void TstHilfe::fehlendeSammlung()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-// The pane as the window holds it: home, forward and back in that order on a
+// The pane as the window holds it, where a scorer opening Kartulo for the
+// first time reads the quick guide: home, forward and back in that order on a
 // vertical bar; the arrows follow the browser's history.
 void TstHilfe::werkzeugleiste()
 {
-    HelpWidget hilfe;
-    auto *leiste = Fenster::kind<QToolBar>(&hilfe, "DocuToolBar");
+    MainWindow fenster;
+    auto *hilfe = fenster.findChild<HelpWidget *>();
+    auto *leiste = Fenster::kind<QToolBar>(hilfe, "DocuToolBar");
     QCOMPARE(leiste->orientation(), Qt::Vertical);
     QCOMPARE(leiste->iconSize(), QSize(24, 24));
     const QList<QAction *> aktionen = leiste->actions();
@@ -128,31 +129,22 @@ void TstHilfe::werkzeugleiste()
     QAction *home = aktionen.at(0), *vor = aktionen.at(1), *zurueck = aktionen.at(2);
     QCOMPARE(home->text() + vor->text() + zurueck->text(),
              QStringLiteral("HomeVorwaertsRueckwaerts"));
-    auto *reiter = hilfe.findChild<QTabWidget *>();
+    auto *reiter = hilfe->findChild<QTabWidget *>();
     QCOMPARE(reiter->tabText(0) + reiter->tabText(1), QStringLiteral("KapitelStichworte"));
     QCOMPARE(reiter->minimumWidth(), 100);
 
-    hilfe.zeigeSeite(QStringLiteral("Kurzanleitung"));
-    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("kurzanleitung.html"));
+    QCOMPARE(seite(hilfe->browser()->source()), QStringLiteral("kurzanleitung.html"));
+    QCOMPARE(hilfe->browser()->documentTitle(), QStringLiteral("Kurzanleitung"));
     QVERIFY(!vor->isEnabled() && !zurueck->isEnabled());
     home->trigger();
-    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("index.html"));
+    QCOMPARE(seite(hilfe->browser()->source()), QStringLiteral("index.html"));
     QVERIFY(!vor->isEnabled() && zurueck->isEnabled());
     zurueck->trigger();
-    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("kurzanleitung.html"));
+    QCOMPARE(seite(hilfe->browser()->source()), QStringLiteral("kurzanleitung.html"));
     QVERIFY(vor->isEnabled() && !zurueck->isEnabled());
     vor->trigger();
-    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("index.html"));
+    QCOMPARE(seite(hilfe->browser()->source()), QStringLiteral("index.html"));
     QVERIFY(!vor->isEnabled() && zurueck->isEnabled());
-}
-
-// A scorer opening Kartulo for the first time reads the quick guide.
-void TstHilfe::kurzanleitungBeimStart()
-{
-    MainWindow fenster;
-    auto *browser = fenster.findChild<HelpBrowser *>();
-    QCOMPARE(seite(browser->source()), QStringLiteral("kurzanleitung.html"));
-    QCOMPARE(browser->documentTitle(), QStringLiteral("Kurzanleitung"));
 }
 
 // Every link and picture of every page of the shipped guide is in the
