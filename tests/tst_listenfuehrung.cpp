@@ -40,7 +40,6 @@ private slots:
     void zusaetze_data();
     void zusaetze();
     void ablehnungen();
-    void gesperrt();
     void wartezeit();
     void korrigieren();
     void reizungsDock();
@@ -108,6 +107,9 @@ void TstListenfuehrung::ganzeListe()
 
 // No declarer, an overbid game and the dealer as declarer are refused on the
 // panel. The dealer's button is not offered, and refused should it be pressed.
+// A game that cannot be stored while another program holds the database is
+// reported with file and reason and stays on the panel; nothing moves on until
+// it is stored.
 void TstListenfuehrung::ablehnungen()
 {
     Probe fenster(4);
@@ -124,13 +126,7 @@ void TstListenfuehrung::ablehnungen()
              QStringList({"Kein Spieler selektiert!", "Spiel ueberreizt!\nGereizt 20 Spiel 18",
                           "Anna hat gegeben!"}));
     QCOMPARE(zeilen("SpielListe"), 0);
-}
 
-// A game that cannot be stored while another program holds the database is reported
-// with file and reason and stays on the panel; nothing moves on until it is stored.
-void TstListenfuehrung::gesperrt()
-{
-    Probe fenster(4);
     eingeben(&fenster, spielNummer(1, 4));
     const QString vorher = status(fenster);
     fenster.antworten.texte.clear();
