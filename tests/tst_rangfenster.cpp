@@ -14,12 +14,13 @@ class TstRangFenster : public QObject
 private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void ergebnisse();
-    void dateien();
     void leinwand();
 };
 
 // Another table's results and this table's own after a game meet in one
-// list, coloured by table; a new list starts this table at zero.
+// list, coloured by table. Both files land in the data directory under the
+// date's name after their question; a file that cannot be written is named
+// with its reason. A new list starts this table at zero.
 void TstRangFenster::ergebnisse()
 {
     Probe fenster(3, 36, 0, 2);
@@ -38,21 +39,8 @@ void TstRangFenster::ergebnisse()
     QCOMPARE(gerade, QColor(Qt::lightGray));
     QVERIFY(!rangliste->index(0, 7).data(Qt::BackgroundRole).isValid());
 
-    fenster.onTischreihenfolgeAuswerten();
-    QCOMPARE(zellen(rangliste, 7).mid(0, 2), QStringList({"1 - 1", "2 - 2"}));
-
-    fenster.onSpielStandsAnzeigeAufNullSetzen();
-    QCOMPARE(zellen(rangliste, 0), QStringList({"Anna", "Bernd", "Clara"}));
-    QCOMPARE(zellen(rangliste, 3), QStringList({"0", "0", "0"}));
-}
-
-// Both files land in the data directory under the date's name after their
-// question; a file that cannot be written is named with its reason.
-void TstRangFenster::dateien()
-{
-    Probe fenster(3, 36, 0, 2);
-    fenster.appendMessage("Kartulo@10.0.0.12:4000", "7:10.0.0.12:$Otto|1|1|120|3|0|4.5|-|1");
     const QString name = TestUmgebung::datenVerzeichnis() + "/20-11-26Serie20-11-26_";
+    fenster.antworten.texte.clear();
     fenster.antworten.antworte(QMessageBox::No);
     fenster.onSaveRangliste();
     QVERIFY(!QFile::exists(name + "Text.txt"));
@@ -64,7 +52,6 @@ void TstRangFenster::dateien()
     QCOMPARE(fenster.antworten.texte,
              QStringList({"Als Textdatei speichern?", "Als Excel-Import-Datei speichern?",
                           "Datei " + name + "Excel.txt abgespeichert!"}));
-
     fenster.antworten.titel.clear();
     fenster.antworten.texte.clear();
     QVERIFY(QDir().mkdir(name + "Text.txt"));
@@ -74,6 +61,13 @@ void TstRangFenster::dateien()
     QCOMPARE(fenster.antworten.titel.value(1), QStringLiteral("WARNUNG"));
     QVERIFY2(fenster.antworten.texte.value(1).startsWith("Die Datei\n" + name + "Text.txt\n"),
              qPrintable(fenster.antworten.texte.value(1)));
+
+    fenster.onTischreihenfolgeAuswerten();
+    QCOMPARE(zellen(rangliste, 7).mid(0, 2), QStringList({"1 - 1", "2 - 2"}));
+
+    fenster.onSpielStandsAnzeigeAufNullSetzen();
+    QCOMPARE(zellen(rangliste, 0), QStringList({"Anna", "Bernd", "Clara"}));
+    QCOMPARE(zellen(rangliste, 3), QStringList({"0", "0", "0"}));
 }
 
 // The projector view fills its screen, follows the ranking with the best on
