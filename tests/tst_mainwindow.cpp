@@ -92,8 +92,9 @@ void TstMainWindow::wiederhergestellt()
     QVERIFY(fenster.antworten.titel.isEmpty());
     QCOMPARE(zustand(fenster), Offen);
     QCOMPARE(texte(&fenster, {"spbTischNr", "spbSerie", "spbSpielAnzahl", "deDatum", "cmbGruppenId",
-                              "lblListe"}),
-             QStringList({"5", "2", "36", "20.11.2026", "Gruppe X", "Erstliste Tisch 5"}));
+                              "lblListe", "lblModus"}),
+             QStringList(
+                 {"5", "2", "36", "20.11.2026", "Gruppe X", "Erstliste Tisch 5", "Ergebnis Mode"}));
     // A running series keeps its header.
     for (const char *name : {"spbSpielAnzahl", "pbStartSpiel", "cmbGruppenId"})
         QVERIFY2(!kind<QWidget>(&fenster, name)->isEnabled(), name);

@@ -159,55 +159,51 @@ void TstProtokoll::spielerRegister()
 // once and the loser named on the status line.
 void TstProtokoll::modusUndDocks()
 {
-    QVERIFY(anlegen(3, 36));
-    {
-        Probe fenster;
-        const auto modus = [&](const char *aktion) {
-            kind<QAction>(&fenster, aktion)->trigger();
-            return text(&fenster, "lblModus");
-        };
-        auto *runden = kind<QComboBox>(&fenster, "cmbBierlachs");
-        QCOMPARE(modus("actionErgebnis"), QStringLiteral("Ergebnis Modus"));
-        QVERIFY(runden->isHidden());
-        QCOMPARE(modus("actionBierlachs"), QStringLiteral("Bierlachs Modus - 0 Maxpunkte"));
-        QVERIFY(!runden->isHidden());
-        // An empty field changes nothing, the dock stays.
-        dockFuellen(fenster, "DockBierlachs", "");
-        QVERIFY(kind<QDockWidget>(&fenster, "DockBierlachs"));
-        dockFuellen(fenster, "DockBierlachs", "100");
-        QCOMPARE(text(&fenster, "lblModus"), QStringLiteral("Bierlachs Modus - 100 Maxpunkte"));
-        QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockBierlachs"));
-        // Anna plays Grand with one (48) twice and is at 4; Bernd loses a Karo (36 up).
-        for (const Spiel &spiel : {Spiel{"tbGrang", 0, true, ""}, Spiel{"tbKaro", 1, false, ""},
-                                   Spiel{"tbGrang", 0, true, ""}})
-            eingeben(&fenster, spiel);
-        QVERIFY(!fenster.antworten.texte.contains("Rundenende! Neue Runde?"));
-        eingeben(&fenster, Spiel{"tbKaro", 0, true, ""});
-        QCOMPARE(fenster.antworten.texte.count("Rundenende! Neue Runde?"), 1);
-        QCOMPARE(status(fenster), QStringLiteral("Bierlachs: Bernd"));
-        QCOMPARE(text(&fenster, "lePunkte1"), QStringLiteral("Anna: 100 G0 V0"));
+    Probe fenster(3, 36);
+    const auto modus = [&](const char *aktion) {
+        kind<QAction>(&fenster, aktion)->trigger();
+        return text(&fenster, "lblModus");
+    };
+    auto *runden = kind<QComboBox>(&fenster, "cmbBierlachs");
+    QCOMPARE(modus("actionErgebnis"), QStringLiteral("Ergebnis Modus"));
+    QVERIFY(runden->isHidden());
+    QCOMPARE(modus("actionBierlachs"), QStringLiteral("Bierlachs Modus - 0 Maxpunkte"));
+    QVERIFY(!runden->isHidden());
+    // An empty field changes nothing, the dock stays.
+    dockFuellen(fenster, "DockBierlachs", "");
+    QVERIFY(kind<QDockWidget>(&fenster, "DockBierlachs"));
+    dockFuellen(fenster, "DockBierlachs", "100");
+    QCOMPARE(text(&fenster, "lblModus"), QStringLiteral("Bierlachs Modus - 100 Maxpunkte"));
+    QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockBierlachs"));
+    // Anna plays Grand with one (48) twice and is at 4; Bernd loses a Karo (36 up).
+    for (const Spiel &spiel : {Spiel{"tbGrang", 0, true, ""}, Spiel{"tbKaro", 1, false, ""},
+                               Spiel{"tbGrang", 0, true, ""}})
+        eingeben(&fenster, spiel);
+    QVERIFY(!fenster.antworten.texte.contains("Rundenende! Neue Runde?"));
+    eingeben(&fenster, Spiel{"tbKaro", 0, true, ""});
+    QCOMPARE(fenster.antworten.texte.count("Rundenende! Neue Runde?"), 1);
+    QCOMPARE(status(fenster), QStringLiteral("Bierlachs: Bernd"));
+    QCOMPARE(text(&fenster, "lePunkte1"), QStringLiteral("Anna: 100 G0 V0"));
 
-        modus("actionTurnier");
-        QCOMPARE(modus("actionTurnier"), QStringLiteral("Turnier Modus"));
-        QVERIFY(runden->isHidden());
-        QCOMPARE(fenster.findChildren<QDockWidget *>("DockZeitLimit").size(), 1);
-        auto *dock = kind<QDockWidget>(&fenster, "DockZeitLimit");
-        QCOMPARE(dock->features(), QDockWidget::NoDockWidgetFeatures);
-        QCOMPARE(fenster.dockWidgetArea(dock), Qt::TopDockWidgetArea);
-        QCOMPARE(text(dock, "leWert"), QStringLiteral("120"));
-        dockFuellen(fenster, "DockZeitLimit", "45");
-        QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockZeitLimit"));
-        // Starting a series shows the limit just set.
-        kind<QPushButton>(&fenster, "pbStartSpiel")->setEnabled(true);
-        klick(&fenster, "pbStartSpiel");
-        QCOMPARE(text(&fenster, "leMeldungRot"), QStringLiteral("Verbleibende Zeit 45 Minuten"));
+    modus("actionTurnier");
+    QCOMPARE(modus("actionTurnier"), QStringLiteral("Turnier Modus"));
+    QVERIFY(runden->isHidden());
+    QCOMPARE(fenster.findChildren<QDockWidget *>("DockZeitLimit").size(), 1);
+    auto *dock = kind<QDockWidget>(&fenster, "DockZeitLimit");
+    QCOMPARE(dock->features(), QDockWidget::NoDockWidgetFeatures);
+    QCOMPARE(fenster.dockWidgetArea(dock), Qt::TopDockWidgetArea);
+    QCOMPARE(text(dock, "leWert"), QStringLiteral("120"));
+    dockFuellen(fenster, "DockZeitLimit", "45");
+    QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockZeitLimit"));
+    // Starting a series shows the limit just set.
+    kind<QPushButton>(&fenster, "pbStartSpiel")->setEnabled(true);
+    klick(&fenster, "pbStartSpiel");
+    QCOMPARE(text(&fenster, "leMeldungRot"), QStringLiteral("Verbleibende Zeit 45 Minuten"));
 
-        // The mode goes into the header and comes back with the restore label.
-        modus("actionErgebnis");
-        fenster.close();
-    }
-    MainWindow neu;
-    QCOMPARE(text(&neu, "lblModus"), QStringLiteral("Ergebnis Mode"));
+    // The mode goes into the header on closing (its restore: tst_mainwindow).
+    modus("actionErgebnis");
+    fenster.close();
+    QCOMPARE(spalte("Settings", "Modus"), QList<int>{1});
 }
 
 KARTULO_TEST_MAIN(TstProtokoll)
