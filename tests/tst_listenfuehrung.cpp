@@ -141,7 +141,7 @@ void TstListenfuehrung::ablehnungen()
              qPrintable(fenster.antworten.texte.last()));
     QCOMPARE(status(fenster), vorher);
     // Still the number of the game that waits to be entered.
-    QCOMPARE(nummer(&fenster), 2);
+    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
     klick(&fenster, "pbInListeEintragen");
@@ -196,7 +196,7 @@ void TstListenfuehrung::korrigieren()
     tabelle->setCurrentIndex(tabelle->model()->index(1, 5));
     fenster.onSpielEintragBearbeiten();
     QCOMPARE(fenster.antworten.texte.value(0), QStringLiteral("Spiel Nr 2 bearbeiten?"));
-    QCOMPARE(nummer(&fenster), 2);
+    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
     QVERIFY(kind<QToolButton>(&fenster, "tbSpieler3")->isChecked());
     QCOMPARE(text(&fenster, "leReizwert"), QStringLiteral("20"));
@@ -230,7 +230,7 @@ void TstListenfuehrung::korrigieren()
     QVERIFY(!korrektur->isHidden());
     klick(&fenster, "pbKorrekturAbbrechen");
     QVERIFY(korrektur->isHidden());
-    QCOMPARE(nummer(&fenster), 5);
+    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 5);
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler1")->isEnabled());
     eingeben(&fenster, Spiel{"tbKaro", 1, true, ""});
     QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11, 24, 23, 9}));

@@ -105,7 +105,7 @@ void TstMainWindow::wiederhergestellt()
     QCOMPARE(uebersicht->model()->index(0, 13).data().toString(), QStringLiteral("48"));
     QCOMPARE(modell(&fenster, "tblViewSpieler")->index(2, 1).data(), "Clara");
     // The game to come is the third.
-    QCOMPARE(nummer(&fenster), 3);
+    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 3);
 
     for (const bool ja : {false, true}) {
         fenster.antworten.antworte(ja ? QMessageBox::Yes : QMessageBox::No);

@@ -22,10 +22,9 @@ void klick(QWidget *fenster, const char *name)
 
 void eingeben(QWidget *fenster, const Spiel &spiel)
 {
-    klick(fenster, spiel.typ);
-    klick(fenster, "tbMit");
-    klick(fenster, "tb1");
-    klick(fenster, spiel.gewonnen ? "tbGewonnen" : "tbVerloren");
+    for (const char *knopf :
+         {spiel.typ, "tbMit", "tb1", spiel.gewonnen ? "tbGewonnen" : "tbVerloren"})
+        klick(fenster, knopf);
     if (spiel.sitz >= 0)
         klick(fenster, qPrintable(QStringLiteral("tbSpieler%1").arg(spiel.sitz + 1)));
     kind<QLineEdit>(fenster, "leReizwert")->setText(spiel.reizung);
@@ -63,11 +62,6 @@ QStringList zellen(const QAbstractItemModel *modell, int spalte)
 QString seite(QObject *fenster)
 {
     return kind<QTabWidget>(fenster, "tabWidget")->currentWidget()->objectName();
-}
-
-int nummer(QObject *fenster)
-{
-    return kind<QLCDNumber>(fenster, "lcdNumber")->intValue();
 }
 
 void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf, const QString &tisch,

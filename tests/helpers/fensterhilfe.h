@@ -71,9 +71,6 @@ QStringList zellen(const QAbstractItemModel *modell, int spalte = 0);
 // The object name of the page shown.
 QString seite(QObject *fenster);
 
-// The number of the game on the panel.
-int nummer(QObject *fenster);
-
 // Opens the "Neu" page unless it is open, fills names, table and series and
 // presses the button.
 void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf,

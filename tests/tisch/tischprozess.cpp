@@ -7,7 +7,6 @@
 //   zweitliste <table>             pair as second list with that first list
 //   antwort ja|nein                the answer for the next question
 //   freigeben                      release the pairing, with its questions
-//   leeren                         "Liste → Leeren" with its questions
 //   zeilen                         prints "ZEILEN <n>"
 //   beschriftung                   prints "LISTE <list label>"
 //   teilnehmer                     prints "TEILNEHMER <participants on the link>"
@@ -76,8 +75,6 @@ int main(int argc, char *argv[])
             antworten.antworte(w.value(1) == "ja" ? QMessageBox::Yes : QMessageBox::No);
         } else if (befehl == "freigeben") {
             fenster->onZweitListeFreigeben(true);
-        } else if (befehl == "leeren") {
-            fenster->onClearProtokoll();
         } else if (befehl == "zeilen") {
             ausgeben(QStringLiteral("ZEILEN %1").arg(TestProtokoll::zeilen("SpielListe")));
         } else if (befehl == "beschriftung") {
