@@ -47,11 +47,8 @@ int main(int argc, char *argv[])
     int gemeldet = 0;
     const auto boxenMelden = [&] {
         for (; gemeldet < antworten.texte.size(); ++gemeldet)
-            ausgeben(
-                QStringLiteral("BOX %1|%2")
-                    .arg(
-                        antworten.titel.at(gemeldet),
-                        QString(antworten.texte.at(gemeldet)).replace('\n', QLatin1String("\\n"))));
+            ausgeben("BOX " + antworten.titel.at(gemeldet) + '|' +
+                     QString(antworten.texte.at(gemeldet)).replace('\n', QLatin1String("\\n")));
     };
     QTimer boxen;
     QObject::connect(&boxen, &QTimer::timeout, boxenMelden);
@@ -84,7 +81,7 @@ int main(int argc, char *argv[])
             kind<QLineEdit>(fenster.get(), "leServer")->setText(w.value(1));
             kind<QLineEdit>(fenster.get(), "leKennung")->setText(w.value(2));
             kind<QLineEdit>(fenster.get(), "leZugangsschluessel")->setText(w.value(3));
-            kind<QPushButton>(fenster.get(), "pbVerbindungUebernehmen")->click();
+            klick(fenster.get(), "pbVerbindungUebernehmen");
         } else if (befehl == "stand") {
             ausgeben("STAND " + text(fenster.get(), "lblVerbindungsart"));
         } else if (befehl == "teilnehmer") {
