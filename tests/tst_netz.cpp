@@ -1,8 +1,6 @@
-// The table on the club network as the window sees it: every message the
-// manager and other tables send, forged, misplaced or bad as it may be, taken
-// only from whom it may come in the state it belongs to; who joins and
-// leaves; and what the table sends back. The test namespace has no address
-// but loopback, so this table calls itself 127.0.0.1.
+// The table on the club network: every message, forged, misplaced or bad, taken only
+// from whom it may come in the state it belongs to; who joins and leaves; what the
+// table sends back. The namespace has loopback only, so the table is 127.0.0.1.
 
 #include "app/link/netzsteuerung.h"
 #include "core/link/paarung.h"
@@ -113,9 +111,8 @@ void TstNetz::nachrichten_data()
     Faelle::laden("netznachrichten.tsv");
 }
 
-// A message changes exactly what its row says, or nothing; what came from
-// the wrong sender, in the wrong state or too large is counted as refused and
-// named on the status line.
+// A message changes exactly what its row says, or nothing; one from the wrong sender,
+// in the wrong state or too large is refused, counted and named on the status line.
 // Bytes that are no UTF-8 never leave the link (tst_velmora_netz).
 void TstNetz::nachrichten()
 {
@@ -142,9 +139,8 @@ void TstNetz::nachrichten()
     QCOMPARE(status(fenster), meldung);
 }
 
-// A draw for this table fills the "Neu" page for the scorer to confirm and
-// gives the table the manager's group. On a fresh list it answers what the
-// "Neu" page asked for.
+// A draw fills the "Neu" page for the scorer to confirm and sets the manager's
+// group; on a fresh list, only the one the page asked for.
 void TstNetz::auslosung()
 {
     const QString sitze = "@31|Erika Muster|Ja|Nein@32|Otto Normal|Nein|Ja@33|Eva Lang|Ja|Ja";
@@ -177,9 +173,8 @@ void TstNetz::auslosung()
     }
 }
 
-// While a box of one kind is open, the next message of that kind goes to the
-// status line: a flood cannot stack boxes. Outside a tournament (result or
-// Bierlachs mode) the table keeps to itself.
+// A flood cannot stack boxes: while one kind is open, the next goes to the status
+// line. Outside a tournament the table keeps to itself.
 void TstNetz::einmalEineBox()
 {
     Probe fenster(4);
@@ -207,10 +202,9 @@ void TstNetz::einmalEineBox()
     QCOMPARE(fenster.antworten.texte.mid(2), QStringList({"Tisch 6 ist schon vergeben!"}));
 }
 
-// The manager's arrival swaps the "Neu" page to asking it for players and
-// shows the standings; its leaving undoes it. The first manager stays the
-// one; one coming back from the same address keeps the ranking and the page.
-// Other tables are only counted.
+// The manager's arrival swaps the "Neu" page to asking it for players and shows
+// the standings; its leaving undoes it. The first manager stays the one; one
+// back from the same address keeps ranking and page. Other tables are counted.
 void TstNetz::kommenUndGehen()
 {
     Probe fenster(4);
@@ -234,8 +228,7 @@ void TstNetz::kommenUndGehen()
     fenster.appendMessage(Tisch, "7:10.0.0.12:$Otto|7|1|10|1|0|0|-");
 
     fenster.newParticipant(Manager2);
-    const QString fremd = QStringLiteral("Weiterer Tabulor %1 wird nicht beachtet.").arg(Manager2);
-    QCOMPARE(status(fenster), fremd);
+    QCOMPARE(status(fenster), "Weiterer Tabulor " + Manager2 + " wird nicht beachtet.");
     fenster.newParticipant(Tisch);
     QCOMPARE(status(fenster), QStringLiteral("Kontakt zu anderen Protokollen."));
     fenster.newParticipant(Manager2);
@@ -258,9 +251,8 @@ void TstNetz::kommenUndGehen()
     QVERIFY(!anfordern->isHidden());
 }
 
-// What the table sends: an answer to the address the request came from,
-// whatever its text claims; its number and results again to a manager that
-// comes or comes back, so its standings are whole without a new game.
+// An answer goes to the address the request came from, whatever its text claims;
+// number and results go again to a manager that comes (back), without a new game.
 void TstNetz::gesendet()
 {
     Probe fenster(4);
@@ -284,8 +276,7 @@ void TstNetz::gesendet()
     QTRY_COMPARE(horcher.typ(9),
                  QStringList({"9:10.0.0.12:$5@1@100|Anna|Ja|Ja@101|Bernd|Ja|Ja@102|Clara|Ja|Ja@"
                               "103|Dora|Ja|Ja@SpielerEnde"}));
-    // Paired, the first list holds its results back; dropping the second list
-    // sends them at once, and the pairing can be asked for again.
+    // Paired, the first list holds its results back; dropping the second sends them.
     eingeben(&fenster, Spiel{"tbKreuz", 2, true, ""});
     QTRY_COMPARE(horcher.typ(13).size(), 2);
     QCOMPARE(horcher.typ(7).size(), 2);
@@ -306,11 +297,10 @@ void TstNetz::gesendet()
     QTRY_COMPARE(horcher.typ(9).size(), 2);
 }
 
-// The second list's request needs a table number, and only one pairing at a
-// time. Paired, the second list copies the first list's games but sends
-// neither them nor its results nor its sheet as its own: the ranking and the
-// manager keep the first list's numbers. Released, it can ask again; closed,
-// it releases without asking more than whether to close.
+// The second list's request needs a table, one pairing at a time. Paired, it
+// copies the first list's games but sends neither them, its results nor its
+// sheet: those are the first list's. Released, it can ask again; closed, it
+// releases without asking more than whether to close.
 void TstNetz::zweitliste()
 {
     Probe fenster(4, 4, 0, 5);
@@ -357,8 +347,8 @@ void TstNetz::zweitliste()
     QCOMPARE(fenster.antworten.texte, QStringList({"Kartulo beenden?"}));
 }
 
-// With an event key, what comes without it or with another key is dropped
-// and counted; the same key goes through. The key is kept in the store.
+// With an event key, what comes without it or with another is dropped and
+// counted; the same key goes through. The key is kept in the store.
 void TstNetz::schluessel()
 {
     Probe fenster(4);
@@ -420,11 +410,9 @@ void TstNetz::verbindung()
     // Nobody listens on port 9: the label says so, with the reason.
     QTRY_VERIFY(stand->text().startsWith(anzeige + " ("));
     QCOMPARE(fenster.findChild<Client *>()->linkMode(), LinkSettings::Mode::Venue);
-    {
-        MainWindow wieder;
-        QCOMPARE(kind<QComboBox>(&wieder, "cmbVerbindung")->currentIndex(), 1);
-        QCOMPARE(kind<QLineEdit>(&wieder, "leKennung")->text(), kennung);
-    }
+    // A window opened anew has it.
+    QCOMPARE(texte(std::make_unique<MainWindow>().get(), {"cmbVerbindung", "leKennung"}),
+             QStringList({text(&fenster, "cmbVerbindung"), kennung}));
     // Back to the LAN: the venue's data stay for next time.
     kind<QComboBox>(&fenster, "cmbVerbindung")->setCurrentIndex(0);
     kind<QPushButton>(&fenster, "pbVerbindungUebernehmen")->click();
@@ -459,8 +447,7 @@ void TstNetz::abendMitManager()
     fenster->spielerdatenAnfordern();
     QTRY_VERIFY(manager->texte.contains("5:127.0.0.1:$5@1"));
 
-    // Each game sends its row and the results; the third ends the round and,
-    // asked, sends the sheet.
+    // Each game sends its row and results; the third ends the round and sends the sheet.
     for (int spiel = 0; spiel < 3; ++spiel)
         eingeben(fenster.get(), Spiel{"tbKreuz", (spiel + 1) % 3, true, ""});
     QTRY_VERIFY(manager->texte.contains(
@@ -485,10 +472,8 @@ void TstNetz::abendMitManager()
     QTRY_COMPARE_WITH_TIMEOUT(status(*fenster), QStringLiteral("Getrennt Tabulor."), 10000);
 }
 
-// A first list answers a second list's request: refused while its list has
-// not started, then the players and every game so far, then refused again
-// as it has its second list. Every answer goes to the address the request
-// came from, not the one its text claims.
+// A first list answers a second list's request, to the address it came from: refused
+// until its list has started, then the players and every game, then refused again.
 void TstNetz::zweitlisteAnfragen()
 {
     MeldungsBeantworter antworten;
