@@ -35,7 +35,6 @@ class TstProtokoll : public QObject
 private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void neuesProtokoll();
-    void sitze();
     void spielerRegister();
     void modusUndDocks();
 };
@@ -109,8 +108,10 @@ void TstProtokoll::neuesProtokoll()
 
 // Moving a seat up or down, at the ends too, keeps the moved name selected and
 // announces a new dealer on the status line only. Three seats hide the fourth
-// player's button and column, four show them again.
-void TstProtokoll::sitze()
+// player's button and column, four show them again. A manager's list replaces
+// the registry; a double click puts a registered name into the first free
+// field of the "Neu" page, once.
+void TstProtokoll::spielerRegister()
 {
     Probe fenster(4);
     auto *tabelle = kind<QTableView>(&fenster, "tblViewSpieler");
@@ -137,13 +138,7 @@ void TstProtokoll::sitze()
         QCOMPARE(vierter->isHidden(), !vier);
         QCOMPARE(uebersicht->isColumnHidden(15), !vier);
     }
-}
 
-// A manager's list replaces the registry; a double click puts a registered name
-// into the first free field of the "Neu" page, once.
-void TstProtokoll::spielerRegister()
-{
-    Probe fenster(3, 36);
     fenster.ladeSpielerListe({"7|Eva|Ja|Nein", "", "8|Fritz|ja|Ja", "x|Gerd|Ja|Ja"});
     QCOMPARE(lesen("SELECT MgldNr || ' ' || Name || ' ' || Mitglied || ' ' || Preisskat "
                    "FROM Spieler"),
