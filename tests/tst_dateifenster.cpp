@@ -29,8 +29,8 @@ QList<int> inhalt()
            spalte("SpielListe", "Spiel");
 }
 
-// A file a minute younger than anything the window writes now; flushed first,
-// so that closing does not set the time back to now.
+// A file a minute younger than anything the window writes now; flushed first, so that closing
+// does not set the time back.
 void schreiben(const QString &name, const QByteArray &inhalt)
 {
     QFile datei(TestUmgebung::datenVerzeichnis() + "/" + name);
@@ -51,10 +51,9 @@ private slots:
     void speichernUndLaden();
 };
 
-// The account at the foot of the sheet belongs to a tournament; saving names
-// the PDF and writes the XML beside it, except on a Bierlachs evening. A cost
-// set with a decimal comma is stored at once and redraws its line on the
-// sheet (the manager's costs: tst_netz).
+// The account at the foot of the sheet belongs to a tournament; saving names the PDF and writes
+// the XML beside it, except on a Bierlachs evening. A cost with a decimal comma is stored at
+// once and redraws its line (the manager's costs: tst_netz).
 void TstDateiFenster::blattUndSpeichern()
 {
     for (const int modus : {0, 1, 2}) {
@@ -87,9 +86,8 @@ void TstDateiFenster::blattUndSpeichern()
     }
 }
 
-// Saving writes PDF and XML without a word; the backup runs on a timer. The picker
-// lists protocol files only, newest first: cancelling or a damaged file leaves
-// the list as it was, the backup brings back what was deleted since.
+// Saving writes PDF and XML without a word; the backup runs on a timer. The picker lists protocol
+// files, newest first: cancelling or a damaged file leaves the list, the backup restores it.
 void TstDateiFenster::speichernUndLaden()
 {
     QVERIFY(mitSpielen(48, 0, {"UPDATE Settings SET Serie = 2"}));

@@ -1,6 +1,5 @@
-// The help pane: the home page among several "Startseite" pages, links and
-// style sheets relative to the page shown, history on the tool bar, a missing
-// collection, the quick guide at start-up, and the shipped guide's own links.
+// The help pane: the home page among several, links and style sheets relative to the page, history
+// on the tool bar, a missing collection, the quick guide at start-up, the shipped guide's links.
 
 #include "app/help/helpbrowser.h"
 #include "app/help/helpwidget.h"
@@ -70,9 +69,8 @@ private slots:
     void stichwortZiele();
 };
 
-// The home page is the "Startseite" of the pane's own title among several. A
-// chapter in a folder of its own: its style sheet and its links are found next
-// to it, "../" leads back up.
+// The home page is the pane's own "Startseite" among several. A chapter in a folder of its own
+// finds its style sheet and links next to it; "../" leads back up.
 void TstHilfe::relativeVerweise()
 {
     HelpBrowser browser(Probe);
@@ -114,9 +112,8 @@ void TstHilfe::fehlendeSammlung()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-// The pane as the window holds it, where a scorer opening Kartulo for the
-// first time reads the quick guide: home, forward and back in that order on a
-// vertical bar; the arrows follow the browser's history.
+// The window's pane shows the quick guide at a first start; home, forward and back in that order
+// on a vertical bar, the arrows following the history.
 void TstHilfe::werkzeugleiste()
 {
     MainWindow fenster;

@@ -102,11 +102,9 @@ void TstListenfuehrung::ganzeListe()
     QCOMPARE(text(&fenster, "leSpielBeschreibung"), QString());
 }
 
-// No declarer, an overbid game and the dealer as declarer are refused on the
-// panel. The dealer's button is not offered, and refused should it be pressed.
-// A game that cannot be stored while another program holds the database is
-// reported with file and reason and stays on the panel; nothing moves on until
-// it is stored.
+// No declarer, an overbid game and the dealer (whose button is not offered) are refused on
+// the panel. A game another program's lock keeps out of the database is reported with file
+// and reason and stays on the panel; nothing moves on until it is stored.
 void TstListenfuehrung::ablehnungen()
 {
     Probe fenster(4);

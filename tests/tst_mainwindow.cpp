@@ -1,6 +1,5 @@
-// The main window as a scorer meets it: first start and closing, a restart with
-// a saved protocol or a running time limit, the reset, a damaged database, and
-// the settings dialog with the standings, backup and link following it.
+// The main window as a scorer meets it: first start and closing, a restart with a saved protocol
+// or a running time limit, the reset, a damaged database, and the settings dialog.
 
 #include "app/files/dockfileview.h"
 #include "app/widgets/dlgsettings.h"
@@ -193,9 +192,8 @@ void TstMainWindow::beschaedigteDatenbank()
     QCOMPARE(datei.readAll(), inhalt);
 }
 
-// "Liste -> Einstellungen": while the dialog is open, WLAN off drops the
-// manager's messages; the Fabian switch is stored at once, even when the dialog
-// is closed without OK, and rewrites the standings.
+// "Liste -> Einstellungen": while it is open, WLAN off drops the manager's messages; the Fabian
+// switch is stored at once, even closed without OK, and rewrites the standings.
 void TstMainWindow::einstellungsDialog()
 {
     QVERIFY(mitSpielen(4));

@@ -1,6 +1,5 @@
-// A new protocol to the start of its series, the seats, the registry, the
-// play modes with their docks, the time limit and a Bierlachs round (its
-// restart is in tst_mainwindow).
+// A new protocol to the start of its series, the seats, the registry, the play modes with
+// their docks, the time limit and a Bierlachs round (its restart: tst_mainwindow).
 
 #include "helpers/fensterhilfe.h"
 
@@ -106,11 +105,9 @@ void TstProtokoll::neuesProtokoll()
         QTime::fromString(einstellungen().value("spielstopzeit").toString(), "hh:mm").isValid());
 }
 
-// Moving a seat up or down, at the ends too, keeps the moved name selected and
-// announces a new dealer on the status line only. Three seats hide the fourth
-// player's button and column, four show them again. A manager's list replaces
-// the registry; a double click puts a registered name into the first free
-// field of the "Neu" page, once.
+// Moving a seat, at the ends too, keeps the name selected and names a new dealer on the status
+// line only; three seats hide the fourth button and column. A manager's list replaces the
+// registry; a double click puts a name into the first free "Neu" field, once.
 void TstProtokoll::spielerRegister()
 {
     Probe fenster(4);
@@ -149,9 +146,8 @@ void TstProtokoll::spielerRegister()
              QStringList({"Fritz", "Eva", ""}));
 }
 
-// The mode actions with the label each sets and the input dock each opens. A
-// Bierlachs round ends when the declarer's points run out: the scorer is asked
-// once and the loser named on the status line.
+// The mode actions with their labels and input docks. A Bierlachs round ends when the
+// declarer's points run out: the scorer is asked once and the loser named.
 void TstProtokoll::modusUndDocks()
 {
     Probe fenster(3, 36);

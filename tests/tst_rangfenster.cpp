@@ -17,10 +17,9 @@ private slots:
     void leinwand();
 };
 
-// Another table's results and this table's own after a game meet in one
-// list, coloured by table. Both files land in the data directory under the
-// date's name after their question; a file that cannot be written is named
-// with its reason. A new list starts this table at zero.
+// Another table's results and this table's own meet in one list, coloured by table. Both files
+// land in the data directory under the date's name after their question; one that cannot be
+// written is named with its reason. A new list starts this table at zero.
 void TstRangFenster::ergebnisse()
 {
     Probe fenster(3, 36, 0, 2);
@@ -70,9 +69,8 @@ void TstRangFenster::ergebnisse()
     QCOMPARE(zellen(rangliste, 3), QStringList({"0", "0", "0"}));
 }
 
-// The projector view fills its screen, follows the ranking with the best on
-// top in large light type on dark; Esc or, on a tablet without keys, its own
-// button closes it.
+// The projector view fills its screen, follows the ranking, best on top, in large light type
+// on dark; Esc or, on a tablet without keys, its own button closes it.
 void TstRangFenster::leinwand()
 {
     Probe fenster(3, 36, 0, 2);

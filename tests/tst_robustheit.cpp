@@ -1,6 +1,5 @@
-// Bad input at the window's fields, docks and tables: empty, a megabyte,
-// half a character, control characters, and text that looks like a
-// statement. Files and network texts are read in tst_dateien and
+// Bad input at the window's fields, docks and tables: empty, a megabyte, half a character,
+// control characters, text like a statement. Files and network texts: tst_dateien and
 // tst_nachricht; docs/robustness.md lists the places with their tests.
 
 #include "app/files/dockfileview.h"
@@ -53,10 +52,9 @@ void TstRobustheit::eingefuegt_data()
     Faelle::laden("eingefuegt.tsv");
 }
 
-// What a field keeps when its text is deleted or a text is pasted over it:
-// the fields of names and the club name cut at 40 characters, any other line
-// edit at 32 767, the number fields and docks take nothing but digits, the bid
-// field takes no key at all. The club name is stored as its field shows it.
+// What a field keeps when its text is deleted or pasted over: names and the club name 40
+// characters, other line edits 32 767, number fields and docks digits only, the bid field no
+// key at all. The club name is stored as its field shows it.
 void TstRobustheit::eingefuegt()
 {
     QFETCH(QString, feld);
@@ -167,9 +165,8 @@ void TstRobustheit::spielerDatei()
     QTEST(lesen("SELECT Name FROM Spieler"), "namen");
 }
 
-// A file of 1 MB may hold 130 000 games. The overview takes them row by row;
-// a cell filled into an empty row relaid the whole table out, which took
-// minutes for such a file, and again at every start.
+// A file of 1 MB may hold 130 000 games. The overview takes them row by row; a cell filled into
+// an empty row relaid the whole table out, for minutes at every start.
 void TstRobustheit::langeListe()
 {
     QVERIFY(TestProtokoll::anlegen(4, 48));

@@ -1,6 +1,5 @@
-// The window on a scorer's tablet: every text of the entry page whole at
-// 1024x600 and 1280x800 with the touch font, the sheet read from its top, and
-// money fields that keep numbers.
+// The window on a scorer's tablet: the entry page whole at 1024x600 and 1280x800 with the
+// touch font, the sheet read from its top, and money fields that keep numbers.
 
 #include "app/sheets/pdfexport.h"
 #include "helpers/faelle.h"
@@ -80,9 +79,8 @@ void TstTablett::allesZuSehen_data()
     Faelle::laden("tablett.tsv");
 }
 
-// The test screen is smaller than 1000 pixels, so the window has the touch font.
-// Nothing on the entry page and the tool bar is squeezed or cut, with the
-// correction banner too; the participants show whole names and both flags.
+// The test screen is under 1000 pixels: touch font. Nothing on the entry page and tool bar is
+// squeezed or cut, banner or not; the participants show whole names and both flags.
 void TstTablett::allesZuSehen()
 {
     QFETCH(int, breite);
@@ -143,9 +141,8 @@ void TstTablett::allesZuSehen()
     QVERIFY2(fehler.isEmpty(), qPrintable(fehler.join("\n")));
 }
 
-// The sheet of a list begun at the table opens at its header and scrolls with
-// the wheel, over its texts too; it follows each game entered and zooms about
-// its top-left corner.
+// The sheet of a list begun at the table opens at its header and scrolls with the wheel, over
+// its texts too; it follows each game entered and zooms about its top-left corner.
 void TstTablett::blatt()
 {
     Probe fenster;
@@ -241,9 +238,8 @@ void TstTablett::geldFelder_data()
     Faelle::laden("geldfelder.tsv");
 }
 
-// Typed as a scorer types: what is left in a field when it is left is a valid
-// number, shown and written with a point; anything else goes back, and the
-// status bar says what the field takes.
+// Typed as a scorer types: a field left holds a valid number, shown and written with a
+// point; anything else goes back, and the status bar says what the field takes.
 void TstTablett::geldFelder()
 {
     QFETCH(QString, feld);

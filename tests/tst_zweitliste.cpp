@@ -158,9 +158,8 @@ private slots:
     void veranstaltung();
 };
 
-// Three tables and the manager through the broker: everything as on the LAN;
-// the broker killed and back, and the manager away a while, lose and double
-// nothing; a table started late has its draw and costs at once.
+// Three tables and the manager through the broker as on the LAN: the broker killed and back, the
+// manager away a while, lose and double nothing; a late table has its draw and costs at once.
 void TstZweitliste::veranstaltung()
 {
     if (QStandardPaths::findExecutable(QStringLiteral("mosquitto")).isEmpty())
