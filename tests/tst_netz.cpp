@@ -19,11 +19,6 @@ const QString Manager2 = QStringLiteral("Tabulor@10.0.0.8:4000");
 const QString Tisch = QStringLiteral("Kartulo@10.0.0.12:4000");
 const QString Tisch2 = QStringLiteral("Kartulo@10.0.0.13:4000");
 
-NetzSteuerung *netz(MainWindow &fenster)
-{
-    return fenster.findChild<NetzSteuerung *>();
-}
-
 // The state of this table in the names of the rows below.
 void vorbereiten(MainWindow &fenster, const QString &zustand)
 {
@@ -42,7 +37,7 @@ void vorbereiten(MainWindow &fenster, const QString &zustand)
 QStringList zustand(Probe &fenster)
 {
     QStringList tische;
-    const QMap<QString, int> &tischVon = netz(fenster)->tischVonAdresse();
+    const QMap<QString, int> &tischVon = fenster.findChild<NetzSteuerung *>()->tischVonAdresse();
     for (auto it = tischVon.cbegin(); it != tischVon.cend(); ++it)
         tische << QStringLiteral("%1:%2").arg(it.key()).arg(it.value());
     return {
@@ -75,10 +70,6 @@ struct Horcher
     QStringList typ(int typ) const
     {
         return texte.filter(QRegularExpression(QStringLiteral("^%1:").arg(typ)));
-    }
-    void sehen(int anzahl)
-    {
-        QTRY_COMPARE_WITH_TIMEOUT(client.participants().size(), anzahl, 10000);
     }
     Client client;
     QStringList texte;
@@ -125,7 +116,7 @@ void TstNetz::nachrichten()
     Probe fenster(4);
     vorbereiten(fenster, vorher);
     const QStringList anfang = zustand(fenster);
-    const int bisher = netz(fenster)->abgewiesen();
+    const int bisher = fenster.findChild<NetzSteuerung *>()->abgewiesen();
     for (const QString &text : texte)
         fenster.appendMessage(von, text);
     fenster.CheckRecordGegenRecordVonErsterListe();
@@ -135,7 +126,7 @@ void TstNetz::nachrichten()
         QCOMPARE(ende, anfang);
     for (const QString &erwartet : danach)
         QVERIFY2(ende.contains(erwartet), qPrintable(ende.join("; ").left(1000)));
-    QCOMPARE(netz(fenster)->abgewiesen() - bisher, abgewiesen);
+    QCOMPARE(fenster.findChild<NetzSteuerung *>()->abgewiesen() - bisher, abgewiesen);
     QCOMPARE(status(fenster), meldung);
 }
 
@@ -257,7 +248,7 @@ void TstNetz::gesendet()
 {
     Probe fenster(4);
     Horcher horcher;
-    horcher.sehen(1);
+    QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
 
     fenster.newParticipant(Manager);
     QTRY_COMPARE(horcher.typ(12), QStringList({"12:127.0.0.1:$5"}));
@@ -305,7 +296,7 @@ void TstNetz::zweitliste()
 {
     Probe fenster(4, 4, 0, 5);
     Horcher horcher;
-    horcher.sehen(1);
+    QTRY_COMPARE_WITH_TIMEOUT(horcher.client.participants().size(), 1, 10000);
     fenster.newParticipant(Tisch);
     fenster.startZweitProtokoll();
     auto *dock = kind<QDockWidget>(&fenster, "DockZweitliste");
@@ -441,7 +432,7 @@ void TstNetz::abendMitManager()
     MeldungsBeantworter antworten;
     auto fenster = std::make_unique<MainWindow>();
     std::optional<Horcher> manager(QStringLiteral("Tabulor"));
-    manager->sehen(1);
+    QTRY_COMPARE_WITH_TIMEOUT(manager->client.participants().size(), 1, 10000);
     QCOMPARE(manager->client.participants().value(0).section(':', 0, 0),
              QStringLiteral("Kartulo@127.0.0.1"));
     QTRY_VERIFY_WITH_TIMEOUT(status(*fenster).startsWith("Verbunden Tabulor"), 10000);
@@ -488,7 +479,7 @@ void TstNetz::zweitlisteAnfragen()
     MeldungsBeantworter antworten;
     auto fenster = std::make_unique<MainWindow>();
     Horcher zweite(QStringLiteral("Kartulo"));
-    zweite.sehen(1);
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.client.participants().size(), 1, 10000);
 
     // Table 0 without a list: a request for table 0 is refused.
     zweite.client.sendMessage("8:10.1.1.1:$0");
@@ -503,7 +494,7 @@ void TstNetz::zweitlisteAnfragen()
     TestUmgebung::allesLoeschen();
     QVERIFY(TestProtokoll::anlegen(3, 36, 0, 5));
     fenster = std::make_unique<MainWindow>();
-    zweite.sehen(1);
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.client.participants().size(), 1, 10000);
     eingeben(fenster.get(), Spiel{"tbKreuz", 1, true, ""});
     eingeben(fenster.get(), Spiel{"tbGrang", 2, false, ""});
     zweite.client.sendMessage("8:10.1.1.1:$5");
