@@ -67,8 +67,7 @@ QString seite(QObject *fenster)
 void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf, const QString &tisch,
               const QString &serie)
 {
-    auto *seiten = kind<QTabWidget>(fenster, "tabWidget");
-    if (seiten->indexOf(kind<QWidget>(fenster, "tabNeu")) < 0)
+    if (kind<QTabWidget>(fenster, "tabWidget")->indexOf(kind<QWidget>(fenster, "tabNeu")) < 0)
         kind<QAction>(fenster, "actionNeu")->trigger();
     for (int i = 0; i < 4; ++i)
         fenster->findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))

@@ -23,23 +23,16 @@
 
 using namespace Fenster;
 
-namespace {
-
-void ausgeben(const QString &zeile)
-{
-    std::printf("%s\n", qPrintable(zeile));
-    std::fflush(stdout);
-}
-
-} // namespace
-
 int main(int argc, char *argv[])
 {
     TestUmgebung::vorbereiten();
     QApplication app(argc, argv);
     MeldungsBeantworter antworten;
     std::unique_ptr<MainWindow> fenster;
-
+    const auto ausgeben = [](const QString &zeile) {
+        std::printf("%s\n", qPrintable(zeile));
+        std::fflush(stdout);
+    };
     const auto ausfuehren = [&](const QString &zeile) {
         const QStringList w = zeile.split(' ', Qt::SkipEmptyParts);
         const QString befehl = w.value(0);
