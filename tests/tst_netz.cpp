@@ -67,9 +67,9 @@ struct Horcher
         QObject::connect(&client, &Client::newMessage,
                          [this](const QString &, const QString &text) { texte << text; });
     }
-    QStringList typ(int typ) const
+    QStringList typ(int n) const
     {
-        return texte.filter(QRegularExpression(QStringLiteral("^%1:").arg(typ)));
+        return texte.filter(QRegularExpression(QStringLiteral("^%1:").arg(n)));
     }
     Client client;
     QStringList texte;

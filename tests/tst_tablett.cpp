@@ -14,17 +14,6 @@ namespace {
 const QStringList LangeNamen{"Anna-Lena Schmidt", "Bernd Keller", "Clara Vogt",
                              "Dieter Brandt-Hoffmann"};
 
-// A running list of four with long names and the first games of an evening.
-void tischMitSpielen(int spiele)
-{
-    QStringList statements;
-    for (int i = 0; i < LangeNamen.size(); ++i)
-        statements << QStringLiteral("UPDATE Teilnehmer SET Name = '%1' WHERE MgldNr = %2")
-                          .arg(LangeNamen.at(i))
-                          .arg(i + 1);
-    QVERIFY(mitSpielen(spiele, 0, statements));
-}
-
 // Shown at the size a maximised window has on that screen.
 void zeigen(MainWindow &fenster, const QSize &groesse)
 {
@@ -86,7 +75,13 @@ void TstTablett::allesZuSehen()
     QFETCH(int, breite);
     QFETCH(int, hoehe);
     QFETCH(bool, korrektur);
-    tischMitSpielen(8);
+    // Long names and the first games of an evening.
+    QStringList namen;
+    for (int i = 0; i < LangeNamen.size(); ++i)
+        namen << QStringLiteral("UPDATE Teilnehmer SET Name = '%1' WHERE MgldNr = %2")
+                     .arg(LangeNamen.at(i))
+                     .arg(i + 1);
+    QVERIFY(mitSpielen(8, 0, namen));
     Probe fenster;
     QCOMPARE(fenster.font().pixelSize(), 20);
     QVERIFY(fenster.windowState() & Qt::WindowMaximized);
