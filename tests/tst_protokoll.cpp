@@ -10,12 +10,6 @@ using namespace Fenster;
 
 namespace {
 
-// The names in the participants table as the window shows them, seat by seat.
-QStringList teilnehmer(MainWindow &fenster)
-{
-    return zellen(modell(&fenster, "tblViewSpieler"), 1);
-}
-
 // Types a value into the named input dock and confirms it.
 void dockFuellen(MainWindow &fenster, const char *dock, const QString &wert)
 {
@@ -56,7 +50,7 @@ void TstProtokoll::neuesProtokoll()
     QCOMPARE(kind<QSpinBox>(&fenster, "spbTischNr")->value(), 5);
     // Fewer than three names are taken, with a warning.
     neuSeite(&fenster, {"Anna", "Bernd"}, "pbOk");
-    QCOMPARE(teilnehmer(fenster), QStringList({"Anna", "Bernd"}));
+    QCOMPARE(zellen(modell(&fenster, "tblViewSpieler"), 1), QStringList({"Anna", "Bernd"}));
     // A series of two is not started.
     klick(&fenster, "pbStartSpiel");
     QVERIFY(!tabs->isTabEnabled(2) && zeilen("Settings") == 0);
@@ -69,7 +63,7 @@ void TstProtokoll::neuesProtokoll()
              QStringList({"Das Zeichen \":\" ist in Spielernamen nicht erlaubt.", zuWenige,
                           "Sind Mitglied- und Preisskat-Eintragungen korrekt?\nSerie Starten?",
                           zuWenige, "Neues Protokoll?"}));
-    QCOMPARE(teilnehmer(fenster), QStringList({"Dora", "Anna", "Bernd"}));
+    QCOMPARE(zellen(modell(&fenster, "tblViewSpieler"), 1), QStringList({"Dora", "Anna", "Bernd"}));
     QCOMPARE(seite(&fenster), QStringLiteral("tabEinstellungen"));
     QCOMPARE(tabs->indexOf(kind<QWidget>(&fenster, "tabNeu")), -1);
     QCOMPARE(text(&fenster, "lblListe"), QStringLiteral("Erstliste Tisch 7"));
@@ -120,7 +114,7 @@ void TstProtokoll::spielerRegister()
     for (const auto &[zeile, hoch, namen, auswahl] : zuege) {
         tabelle->setCurrentIndex(tabelle->model()->index(zeile, 1));
         hoch ? fenster.onUp() : fenster.onDown();
-        QCOMPARE(teilnehmer(fenster).join(' '), QLatin1String(namen));
+        QCOMPARE(zellen(tabelle->model(), 1).join(' '), QLatin1String(namen));
         QCOMPARE(tabelle->currentIndex().row(), auswahl);
     }
     QCOMPARE(status(fenster), QStringLiteral("Geber Bernd"));
@@ -131,7 +125,7 @@ void TstProtokoll::spielerRegister()
     auto *uebersicht = kind<QTableView>(&fenster, "tblViewUebersicht");
     for (const bool vier : {false, true}) {
         klick(&fenster, vier ? "tb4erListe" : "tb3erListe");
-        QCOMPARE(teilnehmer(fenster).size(), vier ? 4 : 3);
+        QCOMPARE(zellen(tabelle->model(), 1).size(), vier ? 4 : 3);
         QCOMPARE(vierter->isHidden(), !vier);
         QCOMPARE(uebersicht->isColumnHidden(15), !vier);
     }
