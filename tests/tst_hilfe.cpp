@@ -38,12 +38,6 @@ void linkTippen(QTextBrowser *browser, const QString &linkText)
     QTest::mouseClick(browser->viewport(), Qt::LeftButton, {}, punkt);
 }
 
-void indexAbwarten(QHelpEngine *engine)
-{
-    QTRY_VERIFY(!engine->contentModel()->isCreatingContents() &&
-                !engine->indexModel()->isCreatingIndex());
-}
-
 // The page a link of the collection leads to is in it, and so is its anchor.
 void zielPruefen(QHelpEngine *engine, const QUrl &ziel, const QString &von)
 {
@@ -104,7 +98,8 @@ void TstHilfe::fehlendeSammlung()
     browser.zeigeSeite(QStringLiteral("Kurzanleitung"));
     browser.toHome();
     QTest::qWait(200);
-    indexAbwarten(browser.helpEngine());
+    QTRY_VERIFY(!browser.helpEngine()->contentModel()->isCreatingContents() &&
+                !browser.helpEngine()->indexModel()->isCreatingIndex());
     QVERIFY(browser.source().isEmpty());
     QVERIFY(browser.toPlainText().isEmpty());
     QCOMPARE(browser.helpEngine()->contentModel()->rowCount(), 0);
@@ -180,10 +175,10 @@ void TstHilfe::stichwortZiele()
     HelpBrowser browser(leitfadenPfad());
     QHelpEngine *engine = browser.helpEngine();
     // The index is read on a thread of its own once the engine has started.
-    QTRY_VERIFY(engine->indexModel()->rowCount() > 100);
-    indexAbwarten(engine);
-    const QStringList stichworte = engine->indexModel()->stringList();
-    for (const QString &stichwort : stichworte) {
+    QTRY_VERIFY(engine->indexModel()->rowCount() > 100 &&
+                !engine->indexModel()->isCreatingIndex() &&
+                !engine->contentModel()->isCreatingContents());
+    for (const QString &stichwort : engine->indexModel()->stringList()) {
         const QList<QHelpLink> ziele = engine->documentsForKeyword(stichwort);
         QVERIFY2(!ziele.isEmpty(), qPrintable(stichwort));
         for (const QHelpLink &ziel : ziele)

@@ -1,7 +1,6 @@
 #pragma once
 
-// For the window tests: a window on a running list, widgets by object name,
-// a game on the entry panel, the "Neu" page.
+// For the window tests: a window on a running list, widgets by name, the entry panel, "Neu".
 
 #include "app/mainwindow.h"
 #include "helpers/meldungsbeantworter.h"
@@ -18,8 +17,7 @@ using TestProtokoll::lesen;
 using TestUmgebung::einstellungen;
 
 namespace detail {
-// Built before the window, so the window opens the list and every box it
-// opens meanwhile is answered.
+// Built before the window: it opens the list, and every box it opens meanwhile is answered.
 struct Vorbereitung
 {
     Vorbereitung(int spieler, int anzahlSpiele, int modus, int tischNr);
