@@ -28,11 +28,8 @@ void zeigen(MainWindow &fenster, const QSize &groesse)
 QString abgeschnitten(QWidget *w)
 {
     const QString name = w->objectName();
-    if (w->height() < w->minimumSizeHint().height())
-        return QStringLiteral("%1 %2 px hoch statt %3")
-            .arg(name)
-            .arg(w->height())
-            .arg(w->minimumSizeHint().height());
+    if (const int hoehe = w->minimumSizeHint().height(); w->height() < hoehe)
+        return name + QStringLiteral(" %1 px hoch statt %2").arg(w->height()).arg(hoehe);
     const auto *knopf = qobject_cast<QAbstractButton *>(w);
     const auto *feld = qobject_cast<QLineEdit *>(w);
     const QString text = knopf ? knopf->text() : feld ? feld->text() : QString();
@@ -42,10 +39,8 @@ QString abgeschnitten(QWidget *w)
                               : 0;
     if (w->width() >= breite)
         return QString();
-    return QStringLiteral("%1 \"%2\" %3 px breit statt %4")
-        .arg(name, text)
-        .arg(w->width())
-        .arg(breite);
+    return name +
+           QStringLiteral(" \"%1\" %2 px breit statt %3").arg(text).arg(w->width()).arg(breite);
 }
 
 } // namespace
