@@ -142,8 +142,7 @@ void TstNetz::auslosung()
             // Not what was asked for: another series.
             fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$9@2" + sitze);
         }
-        const QString tisch = frisch ? "9" : "5";
-        const QString serie = frisch ? "3" : "2";
+        const QString tisch = frisch ? "9" : "5", serie = frisch ? "3" : "2";
         fenster.appendMessage(Manager, "6:127.0.0.1:Gruppe B$" + tisch + "@" + serie + sitze);
         QCOMPARE(fenster.antworten.texte,
                  frisch ? QStringList({"Neues Protokoll?",

@@ -207,12 +207,10 @@ void TstTablett::blatt()
     // Drawn as onto the PDF's page: the frame spans the width whatever the zoom.
     QImage seite(595, 842, QImage::Format_RGB32);
     seite.fill(Qt::white);
-    {
-        QPainter maler(&seite);
-        blattZeichnen(ansicht, maler, seite.rect());
-    }
-    int links = seite.width();
-    int rechts = -1;
+    QPainter maler(&seite);
+    blattZeichnen(ansicht, maler, seite.rect());
+    maler.end();
+    int links = seite.width(), rechts = -1;
     const int zeile = seite.height() / 10;
     for (int x = 0; x < seite.width(); ++x)
         if (qGray(seite.pixel(x, zeile)) < 128) {

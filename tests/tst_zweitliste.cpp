@@ -169,13 +169,11 @@ void TstZweitliste::veranstaltung()
     auto manager = std::make_unique<Manager>(server.als("tabulor"));
     // Its session begins at its first connection; the broker may still be starting.
     QTRY_VERIFY_WITH_TIMEOUT(!manager->zeilen.filter(" LINK open").isEmpty(), 5000);
-    Tisch fuenf;
-    Tisch zweite;
+    Tisch fuenf, zweite;
     QVERIFY(fuenf.befehl({"liste 5", server.tisch("tisch01")}));
-    QTRY_COMPARE_WITH_TIMEOUT(fuenf.frage("stand"),
-                              "Verbindung: Veranstaltung, Server 127.0.0.1:" +
-                                  QString::number(server.port) + " als tisch01",
-                              5000);
+    const QString stand =
+        QStringLiteral("Verbindung: Veranstaltung, Server 127.0.0.1:%1 als tisch01");
+    QTRY_COMPARE_WITH_TIMEOUT(fuenf.frage("stand"), stand.arg(server.port), 5000);
     QVERIFY(fuenf.befehl({"spiel tbKreuz 1 1"}));
     QTRY_VERIFY_WITH_TIMEOUT(manager->hat(7, "Bernd|5|1|74|1|0|") && manager->hat(13, "$5@1@1@"),
                              10000);
