@@ -79,9 +79,8 @@ struct Manager : Prozess
     // How many messages of that type arrived whose text holds the piece.
     int anzahl(int typ, const QString &stueck) const
     {
-        return zeilen.filter(QRegularExpression(QStringLiteral(" MSG \\S+ %1:").arg(typ)))
-            .filter(stueck)
-            .size();
+        const QRegularExpression nachricht(QStringLiteral(" MSG \\S+ %1:").arg(typ));
+        return zeilen.filter(nachricht).filter(stueck).size();
     }
     bool hat(int typ, const QString &stueck) const { return anzahl(typ, stueck) > 0; }
 };
@@ -107,8 +106,7 @@ struct Server : Prozess
     QString tisch(const QString &kennung) const
     {
         return QStringLiteral("verbindung 127.0.0.1:%1 %2 %3")
-            .arg(port)
-            .arg(kennung, QString::fromLatin1(schluessel.value(kennung.toLatin1())));
+            .arg(QString::number(port), kennung, schluessel.value(kennung.toLatin1()));
     }
 
     static QString einrichten(const QString &ordner)
