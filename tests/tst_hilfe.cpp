@@ -1,6 +1,5 @@
-// The help pane: the home page among several "Startseite" pages, links and
-// style sheets relative to the page shown, history on the tool bar, a missing
-// collection, the quick guide at start-up, and the shipped guide's own links.
+// The help pane: the home page among several, links and style sheets relative to the page, history
+// on the tool bar, a missing collection, the quick guide at start-up, the shipped guide's links.
 
 #include "app/help/helpbrowser.h"
 #include "app/help/helpwidget.h"
@@ -39,10 +38,13 @@ void linkTippen(QTextBrowser *browser, const QString &linkText)
     QTest::mouseClick(browser->viewport(), Qt::LeftButton, {}, punkt);
 }
 
-void indexAbwarten(QHelpEngine *engine)
+// The page a link of the collection leads to is in it, and so is its anchor.
+void zielPruefen(QHelpEngine *engine, const QUrl &ziel, const QString &von)
 {
-    QTRY_VERIFY(!engine->contentModel()->isCreatingContents() &&
-                !engine->indexModel()->isCreatingIndex());
+    const QByteArray inhalt = engine->fileData(ziel.adjusted(QUrl::RemoveFragment));
+    QVERIFY2(!inhalt.isEmpty() && (!ziel.hasFragment() ||
+                                   inhalt.contains("name=\"" + ziel.fragment().toUtf8() + '"')),
+             qPrintable(von + " -> " + ziel.toString()));
 }
 
 } // namespace
@@ -53,17 +55,17 @@ class TstHilfe : public QObject
 
 private slots:
     void init() { TestUmgebung::allesLoeschen(); }
-    void startseiteNachTitel();
     void relativeVerweise();
     void fehlendeSammlung();
     void werkzeugleiste();
-    void kurzanleitungBeimStart();
     void leitfadenVerweise_data();
     void leitfadenVerweise();
     void stichwortZiele();
 };
 
-void TstHilfe::startseiteNachTitel()
+// The home page is the pane's own "Startseite" among several. A chapter in a folder of its own
+// finds its style sheet and links next to it; "../" leads back up.
+void TstHilfe::relativeVerweise()
 {
     HelpBrowser browser(Probe);
     QCOMPARE(browser.helpEngine()->documentsForKeyword(QStringLiteral("Startseite")).size(), 2);
@@ -71,13 +73,6 @@ void TstHilfe::startseiteNachTitel()
     browser.toHome();
     QCOMPARE(browser.source(), browser.homeUrl());
     QCOMPARE(browser.toPlainText().trimmed(), QStringLiteral("Startseite"));
-}
-
-// A chapter in a folder of its own: its style sheet and its links are found
-// next to it, "../" leads back up.
-void TstHilfe::relativeVerweise()
-{
-    HelpBrowser browser(Probe);
     browser.resize(400, 300);
     browser.show();
     QVERIFY(QTest::qWaitForWindowExposed(&browser));
@@ -103,7 +98,8 @@ void TstHilfe::fehlendeSammlung()
     browser.zeigeSeite(QStringLiteral("Kurzanleitung"));
     browser.toHome();
     QTest::qWait(200);
-    indexAbwarten(browser.helpEngine());
+    QTRY_VERIFY(!browser.helpEngine()->contentModel()->isCreatingContents() &&
+                !browser.helpEngine()->indexModel()->isCreatingIndex());
     QVERIFY(browser.source().isEmpty());
     QVERIFY(browser.toPlainText().isEmpty());
     QCOMPARE(browser.helpEngine()->contentModel()->rowCount(), 0);
@@ -111,12 +107,13 @@ void TstHilfe::fehlendeSammlung()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-// The pane as the window holds it: home, forward and back in that order on a
-// vertical bar; the arrows follow the browser's history.
+// The window's pane shows the quick guide at a first start; home, forward and back in that order
+// on a vertical bar, the arrows following the history.
 void TstHilfe::werkzeugleiste()
 {
-    HelpWidget hilfe;
-    auto *leiste = Fenster::kind<QToolBar>(&hilfe, "DocuToolBar");
+    MainWindow fenster;
+    auto *hilfe = fenster.findChild<HelpWidget *>();
+    auto *leiste = Fenster::kind<QToolBar>(hilfe, "DocuToolBar");
     QCOMPARE(leiste->orientation(), Qt::Vertical);
     QCOMPARE(leiste->iconSize(), QSize(24, 24));
     const QList<QAction *> aktionen = leiste->actions();
@@ -124,31 +121,22 @@ void TstHilfe::werkzeugleiste()
     QAction *home = aktionen.at(0), *vor = aktionen.at(1), *zurueck = aktionen.at(2);
     QCOMPARE(home->text() + vor->text() + zurueck->text(),
              QStringLiteral("HomeVorwaertsRueckwaerts"));
-    auto *reiter = hilfe.findChild<QTabWidget *>();
+    auto *reiter = hilfe->findChild<QTabWidget *>();
     QCOMPARE(reiter->tabText(0) + reiter->tabText(1), QStringLiteral("KapitelStichworte"));
     QCOMPARE(reiter->minimumWidth(), 100);
 
-    hilfe.zeigeSeite(QStringLiteral("Kurzanleitung"));
-    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("kurzanleitung.html"));
+    QCOMPARE(seite(hilfe->browser()->source()), QStringLiteral("kurzanleitung.html"));
+    QCOMPARE(hilfe->browser()->documentTitle(), QStringLiteral("Kurzanleitung"));
     QVERIFY(!vor->isEnabled() && !zurueck->isEnabled());
     home->trigger();
-    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("index.html"));
+    QCOMPARE(seite(hilfe->browser()->source()), QStringLiteral("index.html"));
     QVERIFY(!vor->isEnabled() && zurueck->isEnabled());
     zurueck->trigger();
-    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("kurzanleitung.html"));
+    QCOMPARE(seite(hilfe->browser()->source()), QStringLiteral("kurzanleitung.html"));
     QVERIFY(vor->isEnabled() && !zurueck->isEnabled());
     vor->trigger();
-    QCOMPARE(seite(hilfe.browser()->source()), QStringLiteral("index.html"));
+    QCOMPARE(seite(hilfe->browser()->source()), QStringLiteral("index.html"));
     QVERIFY(!vor->isEnabled() && zurueck->isEnabled());
-}
-
-// A scorer opening Kartulo for the first time reads the quick guide.
-void TstHilfe::kurzanleitungBeimStart()
-{
-    MainWindow fenster;
-    auto *browser = fenster.findChild<HelpBrowser *>();
-    QCOMPARE(seite(browser->source()), QStringLiteral("kurzanleitung.html"));
-    QCOMPARE(browser->documentTitle(), QStringLiteral("Kurzanleitung"));
 }
 
 // Every link and picture of every page of the shipped guide is in the
@@ -176,15 +164,8 @@ void TstHilfe::leitfadenVerweise()
     auto treffer = verweis.globalMatch(text);
     while (treffer.hasNext()) {
         const QUrl ziel = url.resolved(QUrl(treffer.next().captured(1)));
-        if (ziel.scheme() != QLatin1String("qthelp"))
-            continue;
-        QUrl datei = ziel;
-        datei.setFragment(QString());
-        const QByteArray inhalt = engine->fileData(datei);
-        QVERIFY2(!inhalt.isEmpty(), qPrintable(ziel.toString()));
-        if (ziel.hasFragment())
-            QVERIFY2(inhalt.contains("name=\"" + ziel.fragment().toUtf8() + '"'),
-                     qPrintable(ziel.toString()));
+        if (ziel.scheme() == QLatin1String("qthelp"))
+            zielPruefen(engine, ziel, seite(url));
     }
 }
 
@@ -194,21 +175,14 @@ void TstHilfe::stichwortZiele()
     HelpBrowser browser(leitfadenPfad());
     QHelpEngine *engine = browser.helpEngine();
     // The index is read on a thread of its own once the engine has started.
-    QTRY_VERIFY(engine->indexModel()->rowCount() > 100);
-    indexAbwarten(engine);
-    const QStringList stichworte = engine->indexModel()->stringList();
-    for (const QString &stichwort : stichworte) {
+    QTRY_VERIFY(engine->indexModel()->rowCount() > 100 &&
+                !engine->indexModel()->isCreatingIndex() &&
+                !engine->contentModel()->isCreatingContents());
+    for (const QString &stichwort : engine->indexModel()->stringList()) {
         const QList<QHelpLink> ziele = engine->documentsForKeyword(stichwort);
         QVERIFY2(!ziele.isEmpty(), qPrintable(stichwort));
-        for (const QHelpLink &ziel : ziele) {
-            QUrl datei = ziel.url;
-            datei.setFragment(QString());
-            const QByteArray inhalt = engine->fileData(datei);
-            QVERIFY2(!inhalt.isEmpty(), qPrintable(stichwort));
-            if (ziel.url.hasFragment())
-                QVERIFY2(inhalt.contains("name=\"" + ziel.url.fragment().toUtf8() + '"'),
-                         qPrintable(stichwort + " -> " + ziel.url.toString()));
-        }
+        for (const QHelpLink &ziel : ziele)
+            zielPruefen(engine, ziel.url, stichwort);
     }
 }
 

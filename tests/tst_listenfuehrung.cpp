@@ -1,5 +1,5 @@
-// Keeping a list through the window: whole lists with the dealer announced,
-// refusals, the wait timer, corrections and deletions, the bid dock.
+// Keeping a list through the window (numbering and list end: tst_listendienst):
+// the dealer announced, refusals, the wait timer, corrections, the bid dock.
 
 #include "app/game/dockreizung.h"
 #include "core/service/listendienst.h"
@@ -27,11 +27,6 @@ Spiel spielNummer(int n, int spieler)
     return Spiel{Typen[n % 7].first, n % spieler, n % 3 != 0, QString()};
 }
 
-QAbstractItemModel *uebersicht(MainWindow &fenster)
-{
-    return kind<QTableView>(&fenster, "tblViewUebersicht")->model();
-}
-
 } // namespace
 
 class TstListenfuehrung : public QObject
@@ -45,7 +40,6 @@ private slots:
     void zusaetze_data();
     void zusaetze();
     void ablehnungen();
-    void gesperrt();
     void wartezeit();
     void korrigieren();
     void reizungsDock();
@@ -75,10 +69,7 @@ void TstListenfuehrung::zusaetze()
 
 void TstListenfuehrung::ganzeListe_data()
 {
-    QTest::addColumn<int>("spieler");
-    QTest::addColumn<int>("anzahl");
-    QTest::newRow("4 Spieler, 48 Spiele") << 4 << 48;
-    QTest::newRow("3 Spieler, 36 Spiele") << 3 << 36;
+    Faelle::laden("ganzeliste.tsv");
 }
 
 void TstListenfuehrung::ganzeListe()
@@ -86,19 +77,17 @@ void TstListenfuehrung::ganzeListe()
     QFETCH(int, spieler);
     QFETCH(int, anzahl);
     Probe fenster(spieler, anzahl);
-    QList<int> nummern, spiele;
+    QList<int> spiele;
     for (int n = 1; n <= anzahl; ++n) {
         eingeben(&fenster, spielNummer(n, spieler));
         const QStringList neu = fenster.antworten.texte.mid(2 * n - 2);
         QVERIFY2(neu.value(0).endsWith("\nErgebnis korrekt?"), qPrintable(neu.join(" / ")));
         QCOMPARE(neu.value(1), n == anzahl ? QStringLiteral("Rundenende erreicht!")
                                            : "Geber " + Namen.at(n % spieler));
-        nummern << n;
         spiele << Typen[n % 7].second;
     }
-    QCOMPARE(spalte("SpielListe", "Zeile"), nummern);
     QCOMPARE(spalte("SpielListe", "Spiel"), spiele);
-    QCOMPARE(uebersicht(fenster)->rowCount(), anzahl);
+    QCOMPARE(modell(&fenster, "tblViewUebersicht")->rowCount(), anzahl);
 
     // One game more is refused.
     eingeben(&fenster, spielNummer(anzahl + 1, spieler));
@@ -107,15 +96,15 @@ void TstListenfuehrung::ganzeListe()
              QStringLiteral("Anzahl von %1 Spielen erreicht.").arg(anzahl));
     QCOMPARE(text(&fenster, "leSpielBeschreibung"),
              QStringLiteral("%1 Spiele gespielt. ListenEnde.").arg(anzahl));
-    QCOMPARE(zeilen("SpielListe"), anzahl);
     // A new list does not show the last one's text.
     kind<QAction>(&fenster, "actionNeu")->trigger();
     klick(&fenster, "pbOk");
     QCOMPARE(text(&fenster, "leSpielBeschreibung"), QString());
 }
 
-// No declarer, an overbid game and the dealer as declarer are refused on the
-// panel. The dealer's button is not offered, and refused should it be pressed.
+// No declarer, an overbid game and the dealer (whose button is not offered) are refused on
+// the panel. A game another program's lock keeps out of the database is reported with file
+// and reason and stays on the panel; nothing moves on until it is stored.
 void TstListenfuehrung::ablehnungen()
 {
     Probe fenster(4);
@@ -132,15 +121,9 @@ void TstListenfuehrung::ablehnungen()
              QStringList({"Kein Spieler selektiert!", "Spiel ueberreizt!\nGereizt 20 Spiel 18",
                           "Anna hat gegeben!"}));
     QCOMPARE(zeilen("SpielListe"), 0);
-}
 
-// A game that cannot be stored while another program holds the database is reported
-// with file and reason and stays on the panel; nothing moves on until it is stored.
-void TstListenfuehrung::gesperrt()
-{
-    Probe fenster(4);
     eingeben(&fenster, spielNummer(1, 4));
-    const QString status = fenster.statusBar()->currentMessage();
+    const QString vorher = status(fenster);
     fenster.antworten.texte.clear();
     {
         Sperre sperre(Sperre::Schreiben);
@@ -151,7 +134,7 @@ void TstListenfuehrung::gesperrt()
     QVERIFY2(fenster.antworten.texte.last().contains(TestUmgebung::datenbankDatei()) &&
                  fenster.antworten.texte.last().contains("locked"),
              qPrintable(fenster.antworten.texte.last()));
-    QCOMPARE(fenster.statusBar()->currentMessage(), status);
+    QCOMPARE(status(fenster), vorher);
     // Still the number of the game that waits to be entered.
     QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
     QVERIFY(kind<QToolButton>(&fenster, "tbPik")->isChecked());
@@ -205,7 +188,7 @@ void TstListenfuehrung::korrigieren()
 
     fenster.antworten.texte.clear();
     auto *tabelle = kind<QTableView>(&fenster, "tblViewUebersicht");
-    tabelle->setCurrentIndex(uebersicht(fenster)->index(1, 5));
+    tabelle->setCurrentIndex(tabelle->model()->index(1, 5));
     fenster.onSpielEintragBearbeiten();
     QCOMPARE(fenster.antworten.texte.value(0), QStringLiteral("Spiel Nr 2 bearbeiten?"));
     QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 2);
@@ -214,7 +197,7 @@ void TstListenfuehrung::korrigieren()
     QCOMPARE(text(&fenster, "leReizwert"), QStringLiteral("20"));
     auto *korrektur = kind<QGroupBox>(&fenster, "gbKorrektur");
     QVERIFY(!korrektur->isHidden());
-    QCOMPARE(kind<QLabel>(&fenster, "lblKorrektur")->text(), QStringLiteral("Korrektur Spiel 2"));
+    QCOMPARE(text(&fenster, "lblKorrektur"), QStringLiteral("Korrektur Spiel 2"));
     // A correction may name the present dealer, Bernd, as declarer.
     QVERIFY(kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
     for (const char *name : {"tbVerloren", "tbSpieler2", "pbFertig"})
@@ -223,22 +206,21 @@ void TstListenfuehrung::korrigieren()
     klick(&fenster, "pbInListeEintragen");
     QCOMPARE(spalte("SpielListe", "Spieler2"), QList<int>({20, -44, 0, 0, 23}));
     QCOMPARE(spalte("SpielListe", "Spieler3"), QList<int>({0, 0, 0, 0, 0}));
-    QCOMPARE(uebersicht(fenster)->index(1, 13).data().toString(), QStringLiteral("-44"));
+    QCOMPARE(tabelle->model()->index(1, 13).data().toString(), QStringLiteral("-44"));
     QVERIFY(korrektur->isHidden());
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler2")->isEnabled());
 
-    tabelle->setCurrentIndex(uebersicht(fenster)->index(2, 2));
+    tabelle->setCurrentIndex(tabelle->model()->index(2, 2));
     fenster.onSpielEintragLoeschen();
     // Bernd still deals after the correction; with four games left, Anna deals the fifth.
     QCOMPARE(fenster.antworten.texte.mid(2),
              QStringList({"Geber Bernd", "Zeile 3 wirklich entfernen?", "Geber Anna"}));
-    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4}));
     QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11, 24, 23}));
-    QCOMPARE(uebersicht(fenster)->rowCount(), 4);
-    QCOMPARE(uebersicht(fenster)->index(3, 0).data().toString(), QStringLiteral("4"));
+    QCOMPARE(tabelle->model()->rowCount(), 4);
+    QCOMPARE(tabelle->model()->index(3, 0).data().toString(), QStringLiteral("4"));
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler1")->isEnabled());
     // A correction given up leaves the game; the next new game follows on as game 5.
-    tabelle->setCurrentIndex(uebersicht(fenster)->index(0, 0));
+    tabelle->setCurrentIndex(tabelle->model()->index(0, 0));
     fenster.onSpielEintragBearbeiten();
     QVERIFY(!korrektur->isHidden());
     klick(&fenster, "pbKorrekturAbbrechen");
@@ -246,7 +228,6 @@ void TstListenfuehrung::korrigieren()
     QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 5);
     QVERIFY(!kind<QToolButton>(&fenster, "tbSpieler1")->isEnabled());
     eingeben(&fenster, Spiel{"tbKaro", 1, true, ""});
-    QCOMPARE(spalte("SpielListe", "Zeile"), QList<int>({1, 2, 3, 4, 5}));
     QCOMPARE(spalte("SpielListe", "Spiel"), QList<int>({10, 11, 24, 23, 9}));
 }
 
@@ -273,11 +254,7 @@ void TstListenfuehrung::reizungsDock()
 
 void TstListenfuehrung::verlauf_data()
 {
-    QTest::addColumn<int>("modus");
-    QTest::addColumn<bool>("fabian");
-    QTest::newRow("Turnier") << 0 << false;
-    QTest::newRow("Turnier, Fabian") << 0 << true;
-    QTest::newRow("Bierlachs, mehrere Runden") << 2 << false;
+    Faelle::laden("verlauf.tsv");
 }
 
 // The chart of the evening: a line per seat, named by its player, ending
@@ -286,11 +263,7 @@ void TstListenfuehrung::verlauf()
 {
     QFETCH(int, modus);
     QFETCH(bool, fabian);
-    QVERIFY(anlegen(4, 48, modus));
-    QStringList statements{"UPDATE Settings SET BlPunkte=60"};
-    for (const SpielEintrag &e : abend(12, 4))
-        statements << Sql::spielEinfuegen(e);
-    QVERIFY(sql(statements));
+    QVERIFY(mitSpielen(12, modus, {"UPDATE Settings SET BlPunkte=60"}));
     einstellungen().setValue("spielstandmitfabianpunkten", fabian);
     Probe fenster;
     // Drawn while in view only.

@@ -1,10 +1,10 @@
-// The main window as a scorer meets it: first start and closing, a restart with
-// a saved protocol or a running time limit, the reset, a damaged database, and
-// the settings dialog with the standings, backup and link following it.
+// The main window as a scorer meets it: first start and closing, a restart with a saved protocol
+// or a running time limit, the reset, a damaged database, and the settings dialog.
 
 #include "app/files/dockfileview.h"
 #include "app/widgets/dlgsettings.h"
 #include "core/db/statements.h"
+#include "helpers/faelle.h"
 #include "helpers/fensterhilfe.h"
 #include "velmora/client.h"
 
@@ -29,13 +29,13 @@ void gespeichertesProtokoll()
 QString zustand(MainWindow &fenster)
 {
     auto *tabs = kind<QTabWidget>(&fenster, "tabWidget");
-    QString text = tabs->currentWidget()->objectName() + ' ';
+    QString text = seite(&fenster) + ' ';
     for (int i = 0; i < 4; ++i)
         text += tabs->isTabEnabled(i) ? '1' : '0';
     for (const char *tabelle : {"SpielListe", "Teilnehmer", "Settings", "Spieler"})
         text += ' ' + QString::number(TestProtokoll::zeilen(QLatin1String(tabelle)));
     for (const char *ansicht : {"tblViewUebersicht", "tblViewSpieler"})
-        text += ' ' + QString::number(kind<QTableView>(&fenster, ansicht)->model()->rowCount());
+        text += ' ' + QString::number(modell(&fenster, ansicht)->rowCount());
     return text;
 }
 
@@ -56,8 +56,7 @@ private slots:
     void zeitLimit();
     void beschaedigteDatenbank_data();
     void beschaedigteDatenbank();
-    void schalter();
-    void imFenster();
+    void einstellungsDialog();
 };
 
 // A first start, then closing: only a real close stores the header and ends the time limit.
@@ -70,9 +69,6 @@ void TstMainWindow::ersterStart()
     QCOMPARE(einstellungen().value("databasepath").toString(), TestUmgebung::datenVerzeichnis());
     QCOMPARE(text(&fenster, "leListenName"), QStringLiteral("MeinVerein"));
     QCOMPARE(kind<QDateEdit>(&fenster, "deDatum")->date(), QDate::currentDate());
-    // The help collection lies beside the test programs, as beside kartulo.
-    const auto *hilfe = fenster.findChild<QTextBrowser *>();
-    QCOMPARE(hilfe ? hilfe->source().fileName() : QString(), QStringLiteral("kurzanleitung.html"));
 
     fenster.show();
     kind<QSpinBox>(&fenster, "spbTischNr")->setValue(9);
@@ -94,13 +90,10 @@ void TstMainWindow::wiederhergestellt()
     Probe fenster;
     QVERIFY(fenster.antworten.titel.isEmpty());
     QCOMPARE(zustand(fenster), Offen);
-    QStringList kopf;
-    for (const char *name : {"spbTischNr", "spbSerie", "spbSpielAnzahl"})
-        kopf << QString::number(kind<QSpinBox>(&fenster, name)->value());
-    kopf << kind<QDateEdit>(&fenster, "deDatum")->date().toString(Qt::ISODate)
-         << kind<QComboBox>(&fenster, "cmbGruppenId")->currentText()
-         << kind<QLabel>(&fenster, "lblListe")->text();
-    QCOMPARE(kopf, QStringList({"5", "2", "36", "2026-11-20", "Gruppe X", "Erstliste Tisch 5"}));
+    QCOMPARE(texte(&fenster, {"spbTischNr", "spbSerie", "spbSpielAnzahl", "deDatum", "cmbGruppenId",
+                              "lblListe", "lblModus"}),
+             QStringList(
+                 {"5", "2", "36", "20.11.2026", "Gruppe X", "Erstliste Tisch 5", "Ergebnis Mode"}));
     // A running series keeps its header.
     for (const char *name : {"spbSpielAnzahl", "pbStartSpiel", "cmbGruppenId"})
         QVERIFY2(!kind<QWidget>(&fenster, name)->isEnabled(), name);
@@ -109,7 +102,9 @@ void TstMainWindow::wiederhergestellt()
     QVERIFY(kind<QToolButton>(&fenster, "tbSpieler4")->isHidden() &&
             uebersicht->isColumnHidden(15));
     QCOMPARE(uebersicht->model()->index(0, 13).data().toString(), QStringLiteral("48"));
-    QCOMPARE(kind<QTableView>(&fenster, "tblViewSpieler")->model()->index(2, 1).data(), "Clara");
+    QCOMPARE(modell(&fenster, "tblViewSpieler")->index(2, 1).data(), "Clara");
+    // The game to come is the third.
+    QCOMPARE(kind<QLCDNumber>(&fenster, "lcdNumber")->intValue(), 3);
 
     for (const bool ja : {false, true}) {
         fenster.antworten.antworte(ja ? QMessageBox::Yes : QMessageBox::No);
@@ -123,11 +118,7 @@ void TstMainWindow::wiederhergestellt()
 
 void TstMainWindow::zeitLimit_data()
 {
-    QTest::addColumn<int>("minuten");
-    QTest::addColumn<QColor>("farbe");
-    QTest::newRow("30 Minuten gruen") << 30 << QColor(Qt::darkGreen);
-    QTest::newRow("10 Minuten rot") << 10 << QColor(Qt::red);
-    QTest::newRow("vorbei") << -20 << QColor();
+    Faelle::laden("restzeit.tsv");
 }
 
 // A stop time still ahead runs on after a restart and looks as it did while it
@@ -135,7 +126,7 @@ void TstMainWindow::zeitLimit_data()
 void TstMainWindow::zeitLimit()
 {
     QFETCH(int, minuten);
-    QFETCH(QColor, farbe);
+    QFETCH(QString, farbe);
     QVERIFY(TestProtokoll::anlegen(4, 48));
     // Half a minute more, since "hh:mm" drops the seconds of the stop time.
     const QTime stop = QTime::currentTime().addSecs(minuten * 60 + 30);
@@ -149,15 +140,14 @@ void TstMainWindow::zeitLimit()
     auto *timer = fenster.findChild<QTimer *>("restZeitTimer");
     QCOMPARE(timer->isActive(), minuten > 0);
     auto *feld = kind<QLineEdit>(&fenster, "leMeldungRot");
-    if (minuten < 0) {
-        QCOMPARE(feld->text(), QString());
-        return;
-    }
-    QVERIFY2(feld->text() == QStringLiteral("Verbleibende Zeit %1 Minuten").arg(minuten) ||
-                 feld->text() == QStringLiteral("Verbleibende Zeit %1 Minuten").arg(minuten - 1),
+    const QString rest = QStringLiteral("Verbleibende Zeit %1 Minuten");
+    QVERIFY2((minuten < 0 ? QStringList{""} : QStringList{rest.arg(minuten), rest.arg(minuten - 1)})
+                 .contains(feld->text()),
              qPrintable(feld->text()));
+    if (minuten < 0)
+        return;
     for (auto gruppe : {QPalette::Active, QPalette::Inactive})
-        QCOMPARE(feld->palette().color(gruppe, QPalette::Text), farbe);
+        QCOMPARE(feld->palette().color(gruppe, QPalette::Text), QColor(farbe));
     // The next step falls on the stop time less whole five minutes, not five from now.
     const QTime schritt = QTime::currentTime().addMSecs(timer->remainingTime());
     QCOMPARE(qRound(schritt.msecsTo(QTime(stop.hour(), stop.minute())) / 1000.0) % 300, 0);
@@ -165,9 +155,7 @@ void TstMainWindow::zeitLimit()
 
 void TstMainWindow::beschaedigteDatenbank_data()
 {
-    QTest::addColumn<QByteArray>("inhalt");
-    QTest::newRow("Text") << QByteArray("Einkaufsliste: Brot, Milch\n");
-    QTest::newRow("kaputter Kopf") << QByteArray("SQLite format 3").append(2000, '\x7f');
+    Faelle::laden("fremdedatenbank.tsv");
 }
 
 void TstMainWindow::beschaedigteDatenbank()
@@ -185,7 +173,7 @@ void TstMainWindow::beschaedigteDatenbank()
         QCOMPARE(antworten.titel, QStringList{"WARNUNG"});
         QVERIFY(antworten.texte.first().contains(TestUmgebung::datenbankDatei()));
         QCOMPARE(zustand(fenster), QStringLiteral("tabBeschreibung 1000 -1 -1 -1 -1 0 0"));
-        QVERIFY(fenster.statusBar()->currentMessage().contains("beiseite"));
+        QVERIFY(status(fenster).contains("beiseite"));
         // Every action, each answered "Yes", is refused and leaves the file alone.
         klick(&fenster, "pbStartSpiel");
         kind<QAction>(&fenster, "actionNeu")->trigger();
@@ -203,45 +191,11 @@ void TstMainWindow::beschaedigteDatenbank()
     QCOMPARE(datei.readAll(), inhalt);
 }
 
-// "Liste -> Einstellungen": the Fabian switch is stored at once, even when the
-// dialog is closed without OK.
-void TstMainWindow::schalter()
+// "Liste -> Einstellungen": while it is open, WLAN off drops the manager's messages; the Fabian
+// switch is stored at once, even closed without OK, and rewrites the standings.
+void TstMainWindow::einstellungsDialog()
 {
-    QSettings store = einstellungen();
-    Einstellungen speicher;
-    speicher.mitFabianpunktenSetzen(true);
-    DlgSettings dialog(speicher, true);
-    QCOMPARE(dialog.objectName(), QStringLiteral("DlgSettings"));
-    QCOMPARE(dialog.windowTitle(), QStringLiteral("Dialog"));
-    QCOMPARE(dialog.size(), QSize(267, 225));
-    QCOMPARE(dialog.palette().color(QPalette::Window), QColor(Qt::cyan));
-    auto *fabian = kind<QCheckBox>(&dialog, "chkSpielstandsAnzeige");
-    auto *wlan = kind<QCheckBox>(&dialog, "chkWlanBenutzen");
-    QCOMPARE(fabian->text(), QStringLiteral("Spielstand mit Fabianpunkten"));
-    QCOMPARE(wlan->text(), QStringLiteral("WLAN benutzen"));
-    QVERIFY(fabian->isChecked() && wlan->isChecked());
-    QCOMPARE(kind<QDialogButtonBox>(&dialog, "buttonBox")->buttons().size(), 1);
-
-    QSignalSpy netz(&dialog, &DlgSettings::wlanBenutzen);
-    fabian->setChecked(false);
-    wlan->setChecked(false);
-    QCOMPARE(store.value("spielstandmitfabianpunkten").toBool(), false);
-    QCOMPARE(netz.takeFirst(), QVariantList{false});
-    dialog.show();
-    dialog.close();
-    QCOMPARE(dialog.result(), int(QDialog::Rejected));
-    QCOMPARE(einstellungen().value("spielstandmitfabianpunkten").toBool(), false);
-}
-
-// Through the window: while the dialog is open, WLAN off drops the manager's
-// messages; Fabian points off rewrite the standings.
-void TstMainWindow::imFenster()
-{
-    QVERIFY(TestProtokoll::anlegen(4, 48));
-    QStringList spiele;
-    for (const SpielEintrag &e : TestProtokoll::abend(4, 4))
-        spiele << Sql::spielEinfuegen(e);
-    QVERIFY(TestProtokoll::sql(spiele));
+    QVERIFY(mitSpielen(4));
     Probe fenster;
     Client *client = fenster.findChild<Client *>();
     emit client->newParticipant("Tabulor@10.0.0.9:4000");
@@ -249,11 +203,21 @@ void TstMainWindow::imFenster()
     QTimer::singleShot(100, [&] {
         auto *dialog = fenster.findChild<DlgSettings *>();
         QVERIFY(dialog);
-        kind<QCheckBox>(dialog, "chkWlanBenutzen")->setChecked(false);
+        const auto schliessen = qScopeGuard([dialog] { dialog->close(); });
+        QCOMPARE(dialog->objectName() + dialog->windowTitle(), QStringLiteral("DlgSettingsDialog"));
+        QCOMPARE(dialog->size(), QSize(267, 225));
+        QCOMPARE(dialog->palette().color(QPalette::Window), QColor(Qt::cyan));
+        QCOMPARE(texte(dialog, {"chkSpielstandsAnzeige", "chkWlanBenutzen"}),
+                 QStringList({"Spielstand mit Fabianpunkten", "WLAN benutzen"}));
+        auto *fabian = kind<QCheckBox>(dialog, "chkSpielstandsAnzeige");
+        auto *wlan = kind<QCheckBox>(dialog, "chkWlanBenutzen");
+        QVERIFY(fabian->isChecked() && wlan->isChecked());
+        QCOMPARE(kind<QDialogButtonBox>(dialog, "buttonBox")->buttons().size(), 1);
+        wlan->setChecked(false);
         emit client->newMessage("Tabulor@10.0.0.9:4000", "3:127.0.0.1:$7");
-        kind<QCheckBox>(dialog, "chkSpielstandsAnzeige")->setChecked(false);
+        fabian->setChecked(false);
+        QCOMPARE(einstellungen().value("spielstandmitfabianpunkten").toBool(), false);
         fenster.findChild<Einstellungen *>()->sicherheitskopieIntervallSetzen(7);
-        kind<QDialogButtonBox>(dialog, "buttonBox")->button(QDialogButtonBox::Ok)->click();
     });
     fenster.onEinstellungen();
     QVERIFY(fenster.antworten.texte.isEmpty());

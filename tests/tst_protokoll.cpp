@@ -1,6 +1,5 @@
-// A new protocol to the start of its series, the seats, the registry, the
-// play modes with their docks, the time limit and a Bierlachs round (its
-// restart is in tst_mainwindow).
+// A new protocol to the start of its series, the seats, the registry, the play modes with
+// their docks, the time limit and a Bierlachs round (its restart: tst_mainwindow).
 
 #include "helpers/fensterhilfe.h"
 
@@ -10,21 +9,6 @@ using namespace TestProtokoll;
 using namespace Fenster;
 
 namespace {
-
-// The names in the participants table as the window shows them, seat by seat.
-QStringList teilnehmer(MainWindow &fenster)
-{
-    const QAbstractItemModel *model = kind<QTableView>(&fenster, "tblViewSpieler")->model();
-    QStringList namen;
-    for (int zeile = 0; zeile < model->rowCount(); ++zeile)
-        namen << model->index(zeile, 1).data().toString();
-    return namen;
-}
-
-QString modusText(MainWindow &fenster)
-{
-    return kind<QLabel>(&fenster, "lblModus")->text();
-}
 
 // Types a value into the named input dock and confirms it.
 void dockFuellen(MainWindow &fenster, const char *dock, const QString &wert)
@@ -44,7 +28,6 @@ class TstProtokoll : public QObject
 private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void neuesProtokoll();
-    void sitze();
     void spielerRegister();
     void modusUndDocks();
 };
@@ -57,18 +40,17 @@ void TstProtokoll::neuesProtokoll()
     QVERIFY(sql({"INSERT INTO SpielListe (Zeile, Spiel, Spieler2) VALUES (1, 12, 24)"}));
     MainWindow fenster;
     auto *tabs = kind<QTabWidget>(&fenster, "tabWidget");
-    const auto seite = [&] { return tabs->currentWidget()->objectName(); };
     MeldungsBeantworter antworten;
     neuSeite(&fenster, {"Eva", "Fritz", "Gerd"}, "pbAbbruch");
-    QCOMPARE(seite(), QStringLiteral("tabEinstellungen"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabEinstellungen"));
     neuSeite(&fenster, {"Anna", "Be:rnd", "Clara"}, "pbOk");
     // The page stays open for a correction.
-    QCOMPARE(seite(), QStringLiteral("tabNeu"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabNeu"));
     QCOMPARE(zeilen("SpielListe"), 1);
     QCOMPARE(kind<QSpinBox>(&fenster, "spbTischNr")->value(), 5);
     // Fewer than three names are taken, with a warning.
     neuSeite(&fenster, {"Anna", "Bernd"}, "pbOk");
-    QCOMPARE(teilnehmer(fenster), QStringList({"Anna", "Bernd"}));
+    QCOMPARE(zellen(modell(&fenster, "tblViewSpieler"), 1), QStringList({"Anna", "Bernd"}));
     // A series of two is not started.
     klick(&fenster, "pbStartSpiel");
     QVERIFY(!tabs->isTabEnabled(2) && zeilen("Settings") == 0);
@@ -81,11 +63,11 @@ void TstProtokoll::neuesProtokoll()
              QStringList({"Das Zeichen \":\" ist in Spielernamen nicht erlaubt.", zuWenige,
                           "Sind Mitglied- und Preisskat-Eintragungen korrekt?\nSerie Starten?",
                           zuWenige, "Neues Protokoll?"}));
-    QCOMPARE(teilnehmer(fenster), QStringList({"Dora", "Anna", "Bernd"}));
-    QCOMPARE(seite(), QStringLiteral("tabEinstellungen"));
+    QCOMPARE(zellen(modell(&fenster, "tblViewSpieler"), 1), QStringList({"Dora", "Anna", "Bernd"}));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabEinstellungen"));
     QCOMPARE(tabs->indexOf(kind<QWidget>(&fenster, "tabNeu")), -1);
-    QCOMPARE(kind<QLabel>(&fenster, "lblListe")->text(), QStringLiteral("Erstliste Tisch 7"));
-    QCOMPARE(fenster.statusBar()->currentMessage(), QStringLiteral("Geber Dora"));
+    QCOMPARE(text(&fenster, "lblListe"), QStringLiteral("Erstliste Tisch 7"));
+    QCOMPARE(status(fenster), QStringLiteral("Geber Dora"));
     // The header may be changed until the series starts; a group id with a
     // forbidden character is refused and the last one kept.
     auto *anzahl = kind<QSpinBox>(&fenster, "spbSpielAnzahl");
@@ -104,7 +86,7 @@ void TstProtokoll::neuesProtokoll()
              QStringLiteral("Sind Mitglied- und Preisskat-Eintragungen korrekt?\nSerie Starten?"));
     QCOMPARE(zeilen("Settings"), 0);
     start->click();
-    QCOMPARE(seite(), QStringLiteral("tabSpieleintrag"));
+    QCOMPARE(seite(&fenster), QStringLiteral("tabSpieleintrag"));
     QVERIFY(!start->isEnabled() && !anzahl->isEnabled());
     QCOMPARE(lesen("SELECT TischNr || ' ' || Serie || ' ' || AnzahlSpiele || ' ' || Gruppe "
                    "FROM Settings"),
@@ -117,10 +99,10 @@ void TstProtokoll::neuesProtokoll()
         QTime::fromString(einstellungen().value("spielstopzeit").toString(), "hh:mm").isValid());
 }
 
-// Moving a seat up or down, at the ends too, keeps the moved name selected and
-// announces a new dealer on the status line only. Three seats hide the fourth
-// player's button and column, four show them again.
-void TstProtokoll::sitze()
+// Moving a seat, at the ends too, keeps the name selected and names a new dealer on the status
+// line only; three seats hide the fourth button and column. A manager's list replaces the
+// registry; a double click puts a name into the first free "Neu" field, once.
+void TstProtokoll::spielerRegister()
 {
     Probe fenster(4);
     auto *tabelle = kind<QTableView>(&fenster, "tblViewSpieler");
@@ -132,10 +114,10 @@ void TstProtokoll::sitze()
     for (const auto &[zeile, hoch, namen, auswahl] : zuege) {
         tabelle->setCurrentIndex(tabelle->model()->index(zeile, 1));
         hoch ? fenster.onUp() : fenster.onDown();
-        QCOMPARE(teilnehmer(fenster).join(' '), QLatin1String(namen));
+        QCOMPARE(zellen(tabelle->model(), 1).join(' '), QLatin1String(namen));
         QCOMPARE(tabelle->currentIndex().row(), auswahl);
     }
-    QCOMPARE(fenster.statusBar()->currentMessage(), QStringLiteral("Geber Bernd"));
+    QCOMPARE(status(fenster), QStringLiteral("Geber Bernd"));
     QCOMPARE(kind<QToolButton>(&fenster, "tbSpieler1")->text(), QStringLiteral("Bernd"));
     QVERIFY(fenster.antworten.titel.isEmpty());
 
@@ -143,83 +125,70 @@ void TstProtokoll::sitze()
     auto *uebersicht = kind<QTableView>(&fenster, "tblViewUebersicht");
     for (const bool vier : {false, true}) {
         klick(&fenster, vier ? "tb4erListe" : "tb3erListe");
-        QCOMPARE(teilnehmer(fenster).size(), vier ? 4 : 3);
+        QCOMPARE(zellen(tabelle->model(), 1).size(), vier ? 4 : 3);
         QCOMPARE(vierter->isHidden(), !vier);
         QCOMPARE(uebersicht->isColumnHidden(15), !vier);
     }
-}
 
-// A manager's list replaces the registry; a double click puts a registered name
-// into the first free field of the "Neu" page, once.
-void TstProtokoll::spielerRegister()
-{
-    Probe fenster(3, 36);
     fenster.ladeSpielerListe({"7|Eva|Ja|Nein", "", "8|Fritz|ja|Ja", "x|Gerd|Ja|Ja"});
     QCOMPARE(lesen("SELECT MgldNr || ' ' || Name || ' ' || Mitglied || ' ' || Preisskat "
                    "FROM Spieler"),
              QStringList({"7 Eva 1 0", "8 Fritz 0 1", "0 Gerd 1 1"}));
-    const QAbstractItemModel *liste = kind<QListView>(&fenster, "lvRegistrierteSpieler")->model();
     for (int zeile : {1, 1, 0})
-        fenster.onSpielerDoubleClicked(liste->index(zeile, 0));
-    QCOMPARE(QStringList({text(&fenster, "leNeuSpieler1"), text(&fenster, "leNeuSpieler2"),
-                          text(&fenster, "leNeuSpieler3")}),
+        fenster.onSpielerDoubleClicked(modell(&fenster, "lvRegistrierteSpieler")->index(zeile, 0));
+    QCOMPARE(texte(&fenster, {"leNeuSpieler1", "leNeuSpieler2", "leNeuSpieler3"}),
              QStringList({"Fritz", "Eva", ""}));
 }
 
-// The mode actions with the label each sets and the input dock each opens. A
-// Bierlachs round ends when the declarer's points run out: the scorer is asked
-// once and the loser named on the status line.
+// The mode actions with their labels and input docks. A Bierlachs round ends when the
+// declarer's points run out: the scorer is asked once and the loser named.
 void TstProtokoll::modusUndDocks()
 {
-    QVERIFY(anlegen(3, 36));
-    {
-        Probe fenster;
-        const auto modus = [&](const char *aktion) {
-            kind<QAction>(&fenster, aktion)->trigger();
-            return modusText(fenster);
-        };
-        auto *runden = kind<QComboBox>(&fenster, "cmbBierlachs");
-        QCOMPARE(modus("actionErgebnis"), QStringLiteral("Ergebnis Modus"));
-        QVERIFY(runden->isHidden());
-        QCOMPARE(modus("actionBierlachs"), QStringLiteral("Bierlachs Modus - 0 Maxpunkte"));
-        QVERIFY(!runden->isHidden());
-        // An empty field changes nothing, the dock stays.
-        dockFuellen(fenster, "DockBierlachs", "");
-        QVERIFY(kind<QDockWidget>(&fenster, "DockBierlachs"));
-        dockFuellen(fenster, "DockBierlachs", "100");
-        QCOMPARE(modusText(fenster), QStringLiteral("Bierlachs Modus - 100 Maxpunkte"));
-        QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockBierlachs"));
-        // Anna plays Grand with one (48) twice and is at 4; Bernd loses a Karo (36 up).
-        for (const Spiel &spiel : {Spiel{"tbGrang", 0, true, ""}, Spiel{"tbKaro", 1, false, ""},
-                                   Spiel{"tbGrang", 0, true, ""}})
-            eingeben(&fenster, spiel);
-        QVERIFY(!fenster.antworten.texte.contains("Rundenende! Neue Runde?"));
-        eingeben(&fenster, Spiel{"tbKaro", 0, true, ""});
-        QCOMPARE(fenster.antworten.texte.count("Rundenende! Neue Runde?"), 1);
-        QCOMPARE(fenster.statusBar()->currentMessage(), QStringLiteral("Bierlachs: Bernd"));
-        QCOMPARE(text(&fenster, "lePunkte1"), QStringLiteral("Anna: 100 G0 V0"));
+    Probe fenster(3, 36);
+    const auto modus = [&](const char *aktion) {
+        kind<QAction>(&fenster, aktion)->trigger();
+        return text(&fenster, "lblModus");
+    };
+    auto *runden = kind<QComboBox>(&fenster, "cmbBierlachs");
+    QCOMPARE(modus("actionErgebnis"), QStringLiteral("Ergebnis Modus"));
+    QVERIFY(runden->isHidden());
+    QCOMPARE(modus("actionBierlachs"), QStringLiteral("Bierlachs Modus - 0 Maxpunkte"));
+    QVERIFY(!runden->isHidden());
+    // An empty field changes nothing, the dock stays.
+    dockFuellen(fenster, "DockBierlachs", "");
+    QVERIFY(kind<QDockWidget>(&fenster, "DockBierlachs"));
+    dockFuellen(fenster, "DockBierlachs", "100");
+    QCOMPARE(text(&fenster, "lblModus"), QStringLiteral("Bierlachs Modus - 100 Maxpunkte"));
+    QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockBierlachs"));
+    // Anna plays Grand with one (48) twice and is at 4; Bernd loses a Karo (36 up).
+    for (const Spiel &spiel : {Spiel{"tbGrang", 0, true, ""}, Spiel{"tbKaro", 1, false, ""},
+                               Spiel{"tbGrang", 0, true, ""}})
+        eingeben(&fenster, spiel);
+    QVERIFY(!fenster.antworten.texte.contains("Rundenende! Neue Runde?"));
+    eingeben(&fenster, Spiel{"tbKaro", 0, true, ""});
+    QCOMPARE(fenster.antworten.texte.count("Rundenende! Neue Runde?"), 1);
+    QCOMPARE(status(fenster), QStringLiteral("Bierlachs: Bernd"));
+    QCOMPARE(text(&fenster, "lePunkte1"), QStringLiteral("Anna: 100 G0 V0"));
 
-        modus("actionTurnier");
-        QCOMPARE(modus("actionTurnier"), QStringLiteral("Turnier Modus"));
-        QVERIFY(runden->isHidden());
-        QCOMPARE(fenster.findChildren<QDockWidget *>("DockZeitLimit").size(), 1);
-        auto *dock = kind<QDockWidget>(&fenster, "DockZeitLimit");
-        QCOMPARE(dock->features(), QDockWidget::NoDockWidgetFeatures);
-        QCOMPARE(fenster.dockWidgetArea(dock), Qt::TopDockWidgetArea);
-        QCOMPARE(text(dock, "leWert"), QStringLiteral("120"));
-        dockFuellen(fenster, "DockZeitLimit", "45");
-        QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockZeitLimit"));
-        // Starting a series shows the limit just set.
-        kind<QPushButton>(&fenster, "pbStartSpiel")->setEnabled(true);
-        klick(&fenster, "pbStartSpiel");
-        QCOMPARE(text(&fenster, "leMeldungRot"), QStringLiteral("Verbleibende Zeit 45 Minuten"));
+    modus("actionTurnier");
+    QCOMPARE(modus("actionTurnier"), QStringLiteral("Turnier Modus"));
+    QVERIFY(runden->isHidden());
+    QCOMPARE(fenster.findChildren<QDockWidget *>("DockZeitLimit").size(), 1);
+    auto *dock = kind<QDockWidget>(&fenster, "DockZeitLimit");
+    QCOMPARE(dock->features(), QDockWidget::NoDockWidgetFeatures);
+    QCOMPARE(fenster.dockWidgetArea(dock), Qt::TopDockWidgetArea);
+    QCOMPARE(text(dock, "leWert"), QStringLiteral("120"));
+    dockFuellen(fenster, "DockZeitLimit", "45");
+    QTRY_VERIFY(!kind<QDockWidget>(&fenster, "DockZeitLimit"));
+    // Starting a series shows the limit just set.
+    kind<QPushButton>(&fenster, "pbStartSpiel")->setEnabled(true);
+    klick(&fenster, "pbStartSpiel");
+    QCOMPARE(text(&fenster, "leMeldungRot"), QStringLiteral("Verbleibende Zeit 45 Minuten"));
 
-        // The mode goes into the header and comes back with the restore label.
-        modus("actionErgebnis");
-        fenster.close();
-    }
-    MainWindow neu;
-    QCOMPARE(modusText(neu), QStringLiteral("Ergebnis Mode"));
+    // The mode goes into the header on closing (its restore: tst_mainwindow).
+    modus("actionErgebnis");
+    fenster.close();
+    QCOMPARE(spalte("Settings", "Modus"), QList<int>{1});
 }
 
 KARTULO_TEST_MAIN(TstProtokoll)

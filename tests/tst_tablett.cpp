@@ -1,6 +1,5 @@
-// The window on a scorer's tablet: every text of the entry page whole at
-// 1024x600 and 1280x800 with the touch font, the sheet read from its top, the
-// game number, and money fields that keep numbers.
+// The window on a scorer's tablet: the entry page whole at 1024x600 and 1280x800 with the
+// touch font, the sheet read from its top, and money fields that keep numbers.
 
 #include "app/sheets/pdfexport.h"
 #include "helpers/faelle.h"
@@ -14,20 +13,6 @@ namespace {
 
 const QStringList LangeNamen{"Anna-Lena Schmidt", "Bernd Keller", "Clara Vogt",
                              "Dieter Brandt-Hoffmann"};
-
-// A running list of four with long names and the first games of an evening.
-void tischMitSpielen(int spiele)
-{
-    QVERIFY(TestProtokoll::anlegen(4, 48));
-    QStringList statements;
-    for (int i = 0; i < LangeNamen.size(); ++i)
-        statements << QStringLiteral("UPDATE Teilnehmer SET Name = '%1' WHERE MgldNr = %2")
-                          .arg(LangeNamen.at(i))
-                          .arg(i + 1);
-    for (const SpielEintrag &e : TestProtokoll::abend(spiele, 4))
-        statements << Sql::spielEinfuegen(e);
-    QVERIFY(TestProtokoll::sql(statements));
-}
 
 // Shown at the size a maximised window has on that screen.
 void zeigen(MainWindow &fenster, const QSize &groesse)
@@ -43,33 +28,19 @@ void zeigen(MainWindow &fenster, const QSize &groesse)
 QString abgeschnitten(QWidget *w)
 {
     const QString name = w->objectName();
-    if (w->height() < w->minimumSizeHint().height())
-        return QStringLiteral("%1 %2 px hoch statt %3")
-            .arg(name)
-            .arg(w->height())
-            .arg(w->minimumSizeHint().height());
-    if (auto *knopf = qobject_cast<QAbstractButton *>(w)) {
-        if (knopf->width() < knopf->sizeHint().width())
-            return QStringLiteral("%1 \"%2\" %3 px breit statt %4")
-                .arg(name, knopf->text())
-                .arg(knopf->width())
-                .arg(knopf->sizeHint().width());
-    } else if (auto *feld = qobject_cast<QLineEdit *>(w)) {
-        // The frame and the text margins take 8 pixels of the width.
-        const int breite = feld->fontMetrics().horizontalAdvance(feld->text()) + 8;
-        if (feld->width() < breite)
-            return QStringLiteral("%1 \"%2\" %3 px breit statt %4")
-                .arg(name, feld->text())
-                .arg(feld->width())
-                .arg(breite);
-    }
-    return QString();
-}
-
-QString attribut(const QByteArray &xml, const QString &name)
-{
-    const QRegularExpression muster(QStringLiteral(" %1=\"([^\"]*)\"").arg(name));
-    return muster.match(QString::fromUtf8(xml)).captured(1);
+    if (const int hoehe = w->minimumSizeHint().height(); w->height() < hoehe)
+        return name + QStringLiteral(" %1 px hoch statt %2").arg(w->height()).arg(hoehe);
+    const auto *knopf = qobject_cast<QAbstractButton *>(w);
+    const auto *feld = qobject_cast<QLineEdit *>(w);
+    const QString text = knopf ? knopf->text() : feld ? feld->text() : QString();
+    // The frame and the text margins take 8 pixels of a field's width.
+    const int breite = knopf  ? knopf->sizeHint().width()
+                       : feld ? feld->fontMetrics().horizontalAdvance(text) + 8
+                              : 0;
+    if (w->width() >= breite)
+        return QString();
+    return name +
+           QStringLiteral(" \"%1\" %2 px breit statt %3").arg(text).arg(w->width()).arg(breite);
 }
 
 } // namespace
@@ -82,7 +53,6 @@ private slots:
     void init() { TestUmgebung::allesLoeschen(); }
     void allesZuSehen_data();
     void allesZuSehen();
-    void spielNummer();
     void blatt();
     void geldFelder_data();
     void geldFelder();
@@ -90,34 +60,36 @@ private slots:
 
 void TstTablett::allesZuSehen_data()
 {
-    QTest::addColumn<QSize>("groesse");
-    QTest::addColumn<bool>("korrektur");
-    for (const QSize &groesse : {QSize(1024, 600), QSize(1280, 800)})
-        for (const bool korrektur : {false, true})
-            QTest::addRow("%dx%d%s", groesse.width(), groesse.height(),
-                          korrektur ? " Korrektur" : "")
-                << groesse << korrektur;
+    Faelle::laden("tablett.tsv");
 }
 
-// The test screen is smaller than 1000 pixels, so the window has the touch font.
-// Nothing on the entry page and the tool bar is squeezed or cut, with the
-// correction banner too; the participants show whole names and both flags.
+// The test screen is under 1000 pixels: touch font. Nothing on the entry page and tool bar is
+// squeezed or cut, banner or not; the participants show whole names and both flags.
 void TstTablett::allesZuSehen()
 {
-    QFETCH(QSize, groesse);
+    QFETCH(int, breite);
+    QFETCH(int, hoehe);
     QFETCH(bool, korrektur);
-    tischMitSpielen(8);
+    // Long names and the first games of an evening.
+    QStringList namen;
+    for (int i = 0; i < LangeNamen.size(); ++i)
+        namen << QStringLiteral("UPDATE Teilnehmer SET Name = '%1' WHERE MgldNr = %2")
+                     .arg(LangeNamen.at(i))
+                     .arg(i + 1);
+    QVERIFY(mitSpielen(8, 0, namen));
     Probe fenster;
     QCOMPARE(fenster.font().pixelSize(), 20);
     QVERIFY(fenster.windowState() & Qt::WindowMaximized);
-    zeigen(fenster, groesse);
+    zeigen(fenster, QSize(breite, hoehe));
     kind<QLineEdit>(&fenster, "leMeldungRot")->setText("Verbleibende Zeit 120 Minuten");
     if (korrektur)
-        fenster.onUebersichtDoubleClicked(
-            kind<QTableView>(&fenster, "tblViewUebersicht")->model()->index(2, 0));
+        fenster.onUebersichtDoubleClicked(modell(&fenster, "tblViewUebersicht")->index(2, 0));
     else
         for (const char *knopf : {"tbSpieler2", "tbHand", "pbFertig"})
             klick(&fenster, knopf);
+    // The description of the game is read from its start.
+    auto *beschreibung = kind<QLineEdit>(&fenster, "leSpielBeschreibung");
+    QVERIFY(korrektur || (!beschreibung->text().isEmpty() && beschreibung->cursorPosition() == 0));
     QCOMPARE(kind<QWidget>(&fenster, "gbKorrektur")->isVisible(), korrektur);
     seiteZeigen(&fenster, "tabSpieleintrag");
 
@@ -159,46 +131,13 @@ void TstTablett::allesZuSehen()
     QVERIFY2(fehler.isEmpty(), qPrintable(fehler.join("\n")));
 }
 
-// The number shows the game to come (the one corrected: tst_listenfuehrung);
-// after a restart the list goes on where it stopped. The description is read
-// from its start.
-void TstTablett::spielNummer()
-{
-    tischMitSpielen(7);
-    MeldungsBeantworter antworten;
-    const auto nummer = [](MainWindow &fenster) {
-        return kind<QLCDNumber>(&fenster, "lcdNumber")->intValue();
-    };
-    {
-        MainWindow fenster;
-        QCOMPARE(nummer(fenster), 8);
-        klick(&fenster, "tbGrang");
-        klick(&fenster, "tbSpieler1");
-        klick(&fenster, "pbFertig");
-        auto *beschreibung = kind<QLineEdit>(&fenster, "leSpielBeschreibung");
-        QVERIFY(!beschreibung->text().isEmpty());
-        QCOMPARE(beschreibung->cursorPosition(), 0);
-        klick(&fenster, "pbInListeEintragen");
-        QCOMPARE(TestProtokoll::zeilen("SpielListe"), 8);
-        QCOMPARE(nummer(fenster), 9);
-    }
-    MainWindow fenster;
-    QCOMPARE(nummer(fenster), 9);
-}
-
-// The sheet of a list begun at the table opens at its header and scrolls with
-// the wheel, over its texts too; it follows each game entered and zooms about
-// its top-left corner.
+// The sheet of a list begun at the table opens at its header and scrolls with the wheel, over
+// its texts too; it follows each game entered and zooms about its top-left corner.
 void TstTablett::blatt()
 {
     Probe fenster;
     zeigen(fenster, QSize(1024, 600));
-    kind<QAction>(&fenster, "actionNeu")->trigger();
-    for (int i = 0; i < 4; ++i)
-        fenster.findChild<QLineEdit *>(QStringLiteral("leNeuSpieler%1").arg(i + 1))
-            ->setText(LangeNamen.at(i));
-    kind<QLineEdit>(&fenster, "leNeuTischNr")->setText(QStringLiteral("7"));
-    klick(&fenster, "pbOk");
+    neuSeite(&fenster, LangeNamen, "pbOk");
     klick(&fenster, "pbStartSpiel");
     seiteZeigen(&fenster, "tabSpieleListe");
     auto *ansicht = kind<QGraphicsView>(&fenster, "gvSpieleListe");
@@ -268,12 +207,10 @@ void TstTablett::blatt()
     // Drawn as onto the PDF's page: the frame spans the width whatever the zoom.
     QImage seite(595, 842, QImage::Format_RGB32);
     seite.fill(Qt::white);
-    {
-        QPainter maler(&seite);
-        blattZeichnen(ansicht, maler, seite.rect());
-    }
-    int links = seite.width();
-    int rechts = -1;
+    QPainter maler(&seite);
+    blattZeichnen(ansicht, maler, seite.rect());
+    maler.end();
+    int links = seite.width(), rechts = -1;
     const int zeile = seite.height() / 10;
     for (int x = 0; x < seite.width(); ++x)
         if (qGray(seite.pixel(x, zeile)) < 128) {
@@ -289,9 +226,8 @@ void TstTablett::geldFelder_data()
     Faelle::laden("geldfelder.tsv");
 }
 
-// Typed as a scorer types: what is left in a field when it is left is a valid
-// number, shown and written with a point; anything else goes back, and the
-// status bar says what the field takes.
+// Typed as a scorer types: a field left holds a valid number, shown and written with a
+// point; anything else goes back, and the status bar says what the field takes.
 void TstTablett::geldFelder()
 {
     QFETCH(QString, feld);
@@ -311,14 +247,15 @@ void TstTablett::geldFelder()
     QTest::keyClicks(zeile, eingabe);
     kind<QLineEdit>(&fenster, "leListenName")->setFocus();
     QCOMPARE(zeile->text(), danach);
-    const QString meldung = fenster.statusBar()->currentMessage();
-    QVERIFY2(hinweis.isEmpty() ? !meldung.contains("moeglich") : meldung.startsWith(hinweis),
-             qPrintable(meldung));
+    QVERIFY2(hinweis.isEmpty() ? !status(fenster).contains("moeglich")
+                               : status(fenster).startsWith(hinweis),
+             qPrintable(status(fenster)));
 
     fenster.onSicherheitsKopieSpeichern();
     QFile kopie(TestUmgebung::datenVerzeichnis() + "/xmlsicherheitskopie.xml");
     QVERIFY(kopie.open(QIODevice::ReadOnly));
-    QCOMPARE(::attribut(kopie.readAll(), attribut), danach);
+    const QRegularExpression wert(QStringLiteral(" %1=\"([^\"]*)\"").arg(attribut));
+    QCOMPARE(wert.match(QString::fromUtf8(kopie.readAll())).captured(1), danach);
 }
 
 KARTULO_TEST_MAIN(TstTablett)

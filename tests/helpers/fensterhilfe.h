@@ -1,7 +1,6 @@
 #pragma once
 
-// For the window tests: a window on a running list, widgets by object name,
-// a game on the entry panel, the "Neu" page.
+// For the window tests: a window on a running list, widgets by name, the entry panel, "Neu".
 
 #include "app/mainwindow.h"
 #include "helpers/meldungsbeantworter.h"
@@ -10,14 +9,15 @@
 
 #include <QString>
 
+class QAbstractItemModel;
+
 namespace Fenster {
 
 using TestProtokoll::lesen;
 using TestUmgebung::einstellungen;
 
 namespace detail {
-// Built before the window, so the window opens the list and every box it
-// opens meanwhile is answered.
+// Built before the window: it opens the list, and every box it opens meanwhile is answered.
 struct Vorbereitung
 {
     Vorbereitung(int spieler, int anzahlSpiele, int modus, int tischNr);
@@ -57,8 +57,17 @@ struct Spiel
 // Sets the panel, presses "Fertig" and "Übernehmen".
 void eingeben(QWidget *fenster, const Spiel &spiel);
 
-// The text of the child line edit with the given object name.
-QString text(QWidget *fenster, const char *name);
+// The text the named child shows: a field's, a label's, a button's, a spin box's or the
+// current one of a combo box.
+QString text(QObject *fenster, const char *name);
+QStringList texte(QObject *fenster, std::initializer_list<const char *> namen);
+
+// The model of the named item view, and one column of a model as texts.
+QAbstractItemModel *modell(QObject *fenster, const char *ansicht);
+QStringList zellen(const QAbstractItemModel *modell, int spalte = 0);
+
+// The object name of the page shown.
+QString seite(QObject *fenster);
 
 // Opens the "Neu" page unless it is open, fills names, table and series and
 // presses the button.
@@ -66,10 +75,16 @@ void neuSeite(QWidget *fenster, const QStringList &namen, const char *knopf,
               const QString &tisch = QStringLiteral("7"),
               const QString &serie = QStringLiteral("2"));
 
+// Opens the second list's dock unless it is open, types the table and confirms it.
+void zweitlisteTisch(MainWindow &fenster, const QString &tisch);
+
 // Shows the page with the given object name.
 void seiteZeigen(QWidget *fenster, const char *seite);
 
 // The status line's message.
 QString status(MainWindow &fenster);
+
+// A running list of four with the first games of an evening, entered after the statements.
+bool mitSpielen(int spiele, int modus = 0, QStringList statements = {});
 
 } // namespace Fenster

@@ -1,21 +1,15 @@
 // One table as its own process, for tests that need two real instances on
 // the link: a running list of four in a home of its own, steered by lines on
-// standard input, answering every message box and printing it.
+// standard input, answering every message box.
 //
 //   liste <table>                  a running list of four at that table
 //   spiel <type button> <seat> <won 0|1>
 //   zweitliste <table>             pair as second list with that first list
-//   antwort ja|nein                the answer for the next question
-//   freigeben                      release the pairing, with its questions
-//   leeren                         "Liste → Leeren" with its questions
 //   zeilen                         prints "ZEILEN <n>"
-//   beschriftung                   prints "LISTE <list label>"
 //   teilnehmer                     prints "TEILNEHMER <participants on the link>"
 //   verbindung <server> <id> <key> the venue's link, as typed on the settings page;
 //                                  without arguments the LAN link
 //   stand                          prints "STAND <the status line's link label>"
-//
-// Every message box is printed as "BOX <title>|<text>" with "\n" as "\\n".
 
 #include "helpers/fensterhilfe.h"
 #include "velmora/client.h"
@@ -29,37 +23,18 @@
 
 using namespace Fenster;
 
-namespace {
-
-void ausgeben(const QString &zeile)
-{
-    std::printf("%s\n", qPrintable(zeile));
-    std::fflush(stdout);
-}
-
-} // namespace
-
 int main(int argc, char *argv[])
 {
     TestUmgebung::vorbereiten();
     QApplication app(argc, argv);
     MeldungsBeantworter antworten;
     std::unique_ptr<MainWindow> fenster;
-    int gemeldet = 0;
-    const auto boxenMelden = [&] {
-        for (; gemeldet < antworten.texte.size(); ++gemeldet)
-            ausgeben(
-                QStringLiteral("BOX %1|%2")
-                    .arg(
-                        antworten.titel.at(gemeldet),
-                        QString(antworten.texte.at(gemeldet)).replace('\n', QLatin1String("\\n"))));
+    const auto ausgeben = [](const QString &zeile) {
+        std::printf("%s\n", qPrintable(zeile));
+        std::fflush(stdout);
     };
-    QTimer boxen;
-    QObject::connect(&boxen, &QTimer::timeout, boxenMelden);
-    boxen.start(20);
-
-    const auto ausfuehren = [&](const QString &text) {
-        const QStringList w = text.split(' ', Qt::SkipEmptyParts);
+    const auto ausfuehren = [&](const QString &zeile) {
+        const QStringList w = zeile.split(' ', Qt::SkipEmptyParts);
         const QString befehl = w.value(0);
         if (befehl == "liste") {
             TestProtokoll::anlegen(4, 48, 0, w.value(1).toInt());
@@ -71,34 +46,21 @@ int main(int argc, char *argv[])
             eingeben(fenster.get(), Spiel{qPrintable(w.value(1)), w.value(2).toInt(),
                                           w.value(3) == "1", QString()});
         } else if (befehl == "zweitliste") {
-            fenster->startZweitProtokoll();
-            auto *dock = fenster->findChild<QDockWidget *>("DockZweitliste");
-            dock->findChild<QLineEdit *>()->setText(w.value(1));
-            fenster->onZweitListenTischNrOk();
-        } else if (befehl == "antwort") {
-            antworten.antworte(w.value(1) == "ja" ? QMessageBox::Yes : QMessageBox::No);
-        } else if (befehl == "freigeben") {
-            fenster->onZweitListeFreigeben(true);
-        } else if (befehl == "leeren") {
-            fenster->onClearProtokoll();
+            zweitlisteTisch(*fenster, w.value(1));
         } else if (befehl == "zeilen") {
             ausgeben(QStringLiteral("ZEILEN %1").arg(TestProtokoll::zeilen("SpielListe")));
-        } else if (befehl == "beschriftung") {
-            ausgeben("LISTE " + kind<QLabel>(fenster.get(), "lblListe")->text());
         } else if (befehl == "verbindung") {
             kind<QComboBox>(fenster.get(), "cmbVerbindung")->setCurrentIndex(w.size() > 1);
             kind<QLineEdit>(fenster.get(), "leServer")->setText(w.value(1));
             kind<QLineEdit>(fenster.get(), "leKennung")->setText(w.value(2));
             kind<QLineEdit>(fenster.get(), "leZugangsschluessel")->setText(w.value(3));
-            kind<QPushButton>(fenster.get(), "pbVerbindungUebernehmen")->click();
+            klick(fenster.get(), "pbVerbindungUebernehmen");
         } else if (befehl == "stand") {
-            ausgeben("STAND " + kind<QLabel>(fenster.get(), "lblVerbindungsart")->text());
+            ausgeben("STAND " + text(fenster.get(), "lblVerbindungsart"));
         } else if (befehl == "teilnehmer") {
             ausgeben(QStringLiteral("TEILNEHMER %1")
                          .arg(fenster->findChild<Client *>()->participants().size()));
         }
-        // The boxes a command raised come before its end.
-        boxenMelden();
         ausgeben("OK " + befehl);
     };
     // Standard input is read on a thread of its own and each line handed to the
