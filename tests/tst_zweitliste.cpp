@@ -1,6 +1,8 @@
-// Real instances on the link, each a process with its own list: an evening at a
-// venue through its broker loses nothing when the broker or the manager goes
-// away. Both sides of a pairing and a manager coming back on the LAN: tst_netz.
+// Real instances on the link, each a process with its own list: the second
+// pairs with the first, copies its games, is compared game by game, and is
+// released again; and an evening at a venue through its broker loses nothing
+// when the broker or the manager goes away. A manager coming back and a first
+// list dropping its second list: tst_netz.
 
 #include <QtNetwork>
 #include <QtTest>
@@ -66,6 +68,8 @@ struct Tisch : Prozess
             befehl({text}) ? zeilen.filter(QRegularExpression('^' + art)) : QStringList();
         return passend.isEmpty() ? QString() : passend.last().mid(art.size());
     }
+
+    QStringList boxen() const { return zeilen.filter(QRegularExpression("^BOX ")); }
 };
 
 // The manager as velmora-cli sees the link: one line per event.
@@ -152,8 +156,37 @@ private slots:
         qputenv("VELMORA_UDP_PORT",
                 QByteArray::number(30000 + QCoreApplication::applicationPid() % 20000));
     }
+    void paarenVergleichenFreigeben();
     void veranstaltung();
 };
+
+void TstZweitliste::paarenVergleichenFreigeben()
+{
+    Tisch erste;
+    Tisch zweite;
+    QVERIFY(erste.befehl({"liste 5", "spiel tbKreuz 1 1", "spiel tbGrang 2 1"}));
+    QVERIFY(zweite.befehl({"liste 5"}));
+    // The second list pairs and gets the two games already entered.
+    paaren(zweite, 1, 2);
+    QCOMPARE(zweite.frage("beschriftung"), QStringLiteral("Zweitliste Tisch 5"));
+
+    // Game 3 the same on both: no message. Game 4 won on the first list, lost
+    // on the second: one box per differing field, in table order.
+    QVERIFY(zweite.befehl({"spiel tbKreuz 3 1"}) && erste.befehl({"spiel tbKreuz 3 1"}));
+    QVERIFY(zweite.befehl({"spiel tbKreuz 0 0"}) && erste.befehl({"spiel tbKreuz 0 1"}));
+    QTRY_COMPARE_WITH_TIMEOUT(zweite.boxen().filter("FEHLER").size(), 3, 15000);
+    QCOMPARE(zweite.boxen().filter("FEHLER"),
+             QStringList({"BOX FEHLER|Eintrag bei Spiel 4 Gewonnen 0 <> Gewonnen 24.",
+                          "BOX FEHLER|Eintrag bei Spiel 4 Verloren 48 <> Verloren 0.",
+                          "BOX FEHLER|Eintrag bei Spiel 4 Spieler1 -48 <> Spieler1 24."}));
+
+    // Released, the list kept as a copy; the first list is told.
+    QVERIFY(zweite.befehl({"antwort ja", "antwort nein", "freigeben"}));
+    QCOMPARE(zweite.frage("beschriftung"), QStringLiteral("Kopie von Tisch 5"));
+    QCOMPARE(zweite.frage("zeilen"), QStringLiteral("4"));
+    QTRY_VERIFY_WITH_TIMEOUT(erste.boxen().contains("BOX INFO|ZweitListe hat sich abgemeldet."),
+                             10000);
+}
 
 // Three tables and the manager through the broker as on the LAN: the broker killed and back, the
 // manager away a while, lose and double nothing; a late table has its draw and costs at once.

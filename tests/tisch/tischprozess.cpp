@@ -1,15 +1,20 @@
 // One table as its own process, for tests that need two real instances on
 // the link: a running list of four in a home of its own, steered by lines on
-// standard input, answering every message box.
+// standard input, answering every message box and printing it.
 //
 //   liste <table>                  a running list of four at that table
 //   spiel <type button> <seat> <won 0|1>
 //   zweitliste <table>             pair as second list with that first list
+//   antwort ja|nein                the answer for the next question
+//   freigeben                      release the pairing, with its questions
 //   zeilen                         prints "ZEILEN <n>"
+//   beschriftung                   prints "LISTE <list label>"
 //   teilnehmer                     prints "TEILNEHMER <participants on the link>"
 //   verbindung <server> <id> <key> the venue's link, as typed on the settings page;
 //                                  without arguments the LAN link
 //   stand                          prints "STAND <the status line's link label>"
+//
+// Every message box is printed as "BOX <title>|<text>" with "\n" as "\\n".
 
 #include "helpers/fensterhilfe.h"
 #include "velmora/client.h"
@@ -33,6 +38,16 @@ int main(int argc, char *argv[])
         std::printf("%s\n", qPrintable(zeile));
         std::fflush(stdout);
     };
+    int gemeldet = 0;
+    const auto boxenMelden = [&] {
+        for (; gemeldet < antworten.texte.size(); ++gemeldet)
+            ausgeben("BOX " + antworten.titel.at(gemeldet) + '|' +
+                     QString(antworten.texte.at(gemeldet)).replace('\n', QLatin1String("\\n")));
+    };
+    QTimer boxen;
+    QObject::connect(&boxen, &QTimer::timeout, boxenMelden);
+    boxen.start(20);
+
     const auto ausfuehren = [&](const QString &zeile) {
         const QStringList w = zeile.split(' ', Qt::SkipEmptyParts);
         const QString befehl = w.value(0);
@@ -47,8 +62,14 @@ int main(int argc, char *argv[])
                                           w.value(3) == "1", QString()});
         } else if (befehl == "zweitliste") {
             zweitlisteTisch(*fenster, w.value(1));
+        } else if (befehl == "antwort") {
+            antworten.antworte(w.value(1) == "ja" ? QMessageBox::Yes : QMessageBox::No);
+        } else if (befehl == "freigeben") {
+            fenster->onZweitListeFreigeben(true);
         } else if (befehl == "zeilen") {
             ausgeben(QStringLiteral("ZEILEN %1").arg(TestProtokoll::zeilen("SpielListe")));
+        } else if (befehl == "beschriftung") {
+            ausgeben("BESCHRIFTUNG " + text(fenster.get(), "lblListe"));
         } else if (befehl == "verbindung") {
             kind<QComboBox>(fenster.get(), "cmbVerbindung")->setCurrentIndex(w.size() > 1);
             kind<QLineEdit>(fenster.get(), "leServer")->setText(w.value(1));
@@ -61,6 +82,8 @@ int main(int argc, char *argv[])
             ausgeben(QStringLiteral("TEILNEHMER %1")
                          .arg(fenster->findChild<Client *>()->participants().size()));
         }
+        // The boxes a command raised come before its end.
+        boxenMelden();
         ausgeben("OK " + befehl);
     };
     // Standard input is read on a thread of its own and each line handed to the
