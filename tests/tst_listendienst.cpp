@@ -76,7 +76,7 @@ class TstListenDienst : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { TestUmgebung::allesLoeschen(); }
     void oeffnen_data();
     void oeffnen();
     void halbAngelegt();
@@ -101,11 +101,6 @@ private slots:
 private:
     Einstellungen m_einstellungen;
 };
-
-void TstListenDienst::init()
-{
-    TestUmgebung::allesLoeschen();
-}
 
 void TstListenDienst::oeffnen_data()
 {

@@ -20,34 +20,17 @@
 
 namespace {
 
-// One velmora-cli (or a command that ends in one) and what it printed.
-struct Partner : QProcess
+// One velmora-cli (or a command that ends in one) and the events it printed.
+struct Partner : Prozess
 {
-    explicit Partner(const QStringList &argumente, const QString &programm = VELMORA_CLI)
-    {
-        connect(this, &QProcess::readyReadStandardOutput, [this] {
-            while (canReadLine())
-                zeilen.append(QString::fromUtf8(readLine()).chopped(1));
-        });
-        setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        start(programm, argumente);
-    }
-    ~Partner() override
-    {
-        kill();
-        waitForFinished();
-    }
+    using Prozess::Prozess;
     bool hat(const QString &ereignis) const { return anzahl(ereignis) > 0; }
     // Counts printed lines, time stamps left aside.
     int anzahl(const QString &ereignis) const
     {
-        int anzahl = 0;
-        for (const QString &zeile : zeilen)
-            anzahl += zeile.mid(13) == ereignis;
-        return anzahl;
+        return int(std::count_if(zeilen.begin(), zeilen.end(),
+                                 [&](const QString &zeile) { return zeile.mid(13) == ereignis; }));
     }
-
-    QStringList zeilen;
 };
 
 int ausfuehren(const QString &befehl)

@@ -4,47 +4,23 @@
 // when the broker or the manager goes away. A manager coming back and a first
 // list dropping its second list: tst_netz.
 
+#include "helpers/velmorahilfe.h"
+
 #include <QtNetwork>
-#include <QtTest>
 
 #include <memory>
 #include <unistd.h>
 
 namespace {
 
-// A process whose output is collected line by line.
-struct Prozess
-{
-    Prozess(const QString &programm, const QStringList &argumente) { starten(programm, argumente); }
-    ~Prozess() { beenden(); }
-    void starten(const QString &programm, const QStringList &argumente)
-    {
-        prozess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        QObject::connect(&prozess, &QProcess::readyReadStandardOutput, [this] {
-            while (prozess.canReadLine())
-                zeilen << QString::fromUtf8(prozess.readLine()).trimmed();
-        });
-        prozess.start(programm, argumente);
-    }
-    void sagen(const QString &zeile) { prozess.write((zeile + '\n').toUtf8()); }
-    void beenden()
-    {
-        prozess.kill();
-        prozess.waitForFinished();
-    }
-
-    QStringList zeilen;
-    QProcess prozess;
-};
-
 // A table (kartulo_tisch), steered line by line.
 struct Tisch : Prozess
 {
-    Tisch() : Prozess(QStringLiteral(KARTULO_TISCH), {}) {}
-    ~Tisch()
+    Tisch() : Prozess({}, QStringLiteral(KARTULO_TISCH)) {}
+    ~Tisch() override
     {
-        prozess.closeWriteChannel();
-        prozess.waitForFinished(5000);
+        closeWriteChannel();
+        waitForFinished(5000);
     }
 
     // Sends the commands one by one, each once the one before is done.
@@ -76,7 +52,7 @@ struct Tisch : Prozess
 struct Manager : Prozess
 {
     explicit Manager(const QStringList &mehr = {})
-        : Prozess(QStringLiteral(VELMORA_CLI), QStringList{"--name", "Tabulor"} + mehr)
+        : Prozess(QStringList{"--name", "Tabulor"} + mehr)
     {
     }
 
@@ -93,14 +69,14 @@ struct Manager : Prozess
 struct Server : Prozess
 {
     explicit Server(const QString &ordner)
-        : Prozess(QStringLiteral("mosquitto"), {"-c", einrichten(ordner)}), ordner(ordner)
+        : Prozess({"-c", einrichten(ordner)}, QStringLiteral("mosquitto")), ordner(ordner)
     {
         QFile psk(ordner + "/psk");
         psk.open(QIODevice::ReadOnly);
         for (const QByteArray &zeile : psk.readAll().split('\n'))
             schluessel.insert(zeile.split(':').value(0), zeile.split(':').value(1));
     }
-    void laufen() { starten(QStringLiteral("mosquitto"), {"-c", ordner + "/mosquitto.conf"}); }
+    void laufen() { start(QStringLiteral("mosquitto"), {"-c", ordner + "/mosquitto.conf"}); }
     QStringList als(const QString &kennung) const
     {
         return {"--broker",       QStringLiteral("127.0.0.1:%1").arg(port),
@@ -134,8 +110,7 @@ struct Server : Prozess
     QHash<QByteArray, QByteArray> schluessel;
 };
 
-// Once the table sees the others, pairs it as the second list of table 5 and
-// waits for the copy of the first list's games.
+// Pairs the table as table 5's second list and waits for the copied games.
 void paaren(Tisch &zweite, int teilnehmer, int spiele)
 {
     QTRY_COMPARE_WITH_TIMEOUT(zweite.frage("teilnehmer"), QString::number(teilnehmer), 10000);

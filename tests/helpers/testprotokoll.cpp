@@ -115,23 +115,16 @@ Sperre::~Sperre()
 
 bool anlegen(int spieler, int anzahlSpiele, int modus, int tischNr)
 {
-    QStringList statements{
-        QString::fromLatin1(Sql::CreateSpielListe), QString::fromLatin1(Sql::CreateTeilnehmer),
-        QString::fromLatin1(Sql::CreateSettings), QString::fromLatin1(Sql::CreateSpieler)};
+    QStringList statements{Sql::CreateSpielListe, Sql::CreateTeilnehmer, Sql::CreateSettings,
+                           Sql::CreateSpieler};
     const QStringList namen{"Anna", "Bernd", "Clara", "Dora"};
-    for (int i = 0; i < spieler; ++i) {
-        statements << QStringLiteral("INSERT INTO Spieler VALUES (%1, '%2', 1, 1)")
-                          .arg(100 + i)
-                          .arg(namen.at(i));
-        statements << QStringLiteral("INSERT INTO Teilnehmer VALUES (%1, '%2', 'Ja', 'Ja')")
-                          .arg(100 + i)
-                          .arg(namen.at(i));
-    }
-    statements << QStringLiteral(
-                      "INSERT INTO Settings VALUES (1, %1, 1, %2, %3, 0, '2026-11-20', '')")
-                      .arg(tischNr)
-                      .arg(anzahlSpiele)
-                      .arg(modus);
+    for (int i = 0; i < spieler; ++i)
+        for (const char *zeile :
+             {"Spieler VALUES (%1, '%2', 1, 1)", "Teilnehmer VALUES (%1, '%2', 'Ja', 'Ja')"})
+            statements << "INSERT INTO " + QString::fromLatin1(zeile).arg(100 + i).arg(namen.at(i));
+    statements << QString::asprintf(
+        "INSERT INTO Settings VALUES (1, %d, 1, %d, %d, 0, '2026-11-20', '')", tischNr,
+        anzahlSpiele, modus);
     return sql(statements);
 }
 

@@ -6,6 +6,7 @@
 
 #include "velmora/client.h"
 
+#include <QProcess>
 #include <QSignalSpy>
 #include <QTcpSocket>
 #include <QtTest>
@@ -75,4 +76,28 @@ struct Teilnehmer
     QSignalSpy neu;
     QSignalSpy weg;
     QSignalSpy post;
+};
+
+// A program in a process of its own (velmora-cli unless named) and what it
+// printed, line by line.
+struct Prozess : QProcess
+{
+    explicit Prozess(const QStringList &argumente, const QString &programm = VELMORA_CLI)
+    {
+        connect(this, &QProcess::readyReadStandardOutput, [this] {
+            while (canReadLine())
+                zeilen.append(QString::fromUtf8(readLine()).chopped(1));
+        });
+        setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        start(programm, argumente);
+    }
+    ~Prozess() override { beenden(); }
+    void beenden()
+    {
+        kill();
+        waitForFinished();
+    }
+    void sagen(const QString &zeile) { write((zeile + '\n').toUtf8()); }
+
+    QStringList zeilen;
 };
