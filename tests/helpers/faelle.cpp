@@ -7,9 +7,8 @@
 
 namespace {
 
-// Decodes a cell from i on, up to its end or the end of a group. Escaped bytes
-// gather until a character follows, so the bytes of one character join up; in
-// a bytes cell each unit of the text is one byte (Latin-1).
+// Decodes a cell from i to its end or its group's end. Escaped bytes gather until a
+// character follows, so one character's bytes join up; a bytes cell is Latin-1.
 QString zelle(const QString &roh, bool bytes, int &i, bool inGruppe = false)
 {
     QString text;
@@ -57,23 +56,22 @@ QString zelle(const QString &roh, bool bytes, int &i, bool inGruppe = false)
 }
 
 // An empty cell is an empty text, never a null one: that takes \N.
+const QHash<QString, int> typIds{{"int", QMetaType::Int},
+                                 {"bool", QMetaType::Bool},
+                                 {"hex", QMetaType::QByteArray},
+                                 {"bytes", QMetaType::QByteArray},
+                                 {"liste", QMetaType::QStringList}};
+
 QVariant wert(const QString &typ, const QString &roh)
 {
-    int i = 0;
-    const QString text = roh == QLatin1String("\\N") ? QString() : zelle(roh, typ == "bytes", i);
-    if (typ == QLatin1String("int")) {
-        bool ok = false;
-        const int zahl = roh.toInt(&ok);
-        if (!ok)
-            qFatal("Keine Zahl in der Fall-Tabelle: \"%s\"", qPrintable(roh));
-        return zahl;
-    }
-    if (typ == QLatin1String("bool"))
-        return roh == QLatin1String("ja");
+    // A typo in a number or a flag would quietly turn a case into another one.
+    const bool flagge = roh == QLatin1String("ja") || roh == QLatin1String("nein");
+    if ((typ == "int" && QString::number(roh.toInt()) != roh) || (typ == "bool" && !flagge))
+        qFatal("Kein %s in der Fall-Tabelle: \"%s\"", qPrintable(typ), qPrintable(roh));
+    if (typ == QLatin1String("int") || typ == QLatin1String("bool"))
+        return typ == QLatin1String("int") ? QVariant(roh.toInt()) : QVariant(roh == "ja");
     if (typ == QLatin1String("hex"))
         return QByteArray::fromHex(roh.toLatin1());
-    if (typ == QLatin1String("bytes"))
-        return text.isNull() ? QByteArray() : text.isEmpty() ? QByteArray("") : text.toLatin1();
     if (typ == QLatin1String("liste")) {
         QStringList teile;
         for (const QString &teil : roh.split(QRegularExpression(QStringLiteral("(?<!\\\\);")))) {
@@ -82,6 +80,10 @@ QVariant wert(const QString &typ, const QString &roh)
         }
         return roh.isEmpty() ? QStringList() : teile;
     }
+    int i = 0;
+    const QString text = roh == QLatin1String("\\N") ? QString() : zelle(roh, typ == "bytes", i);
+    if (typ == QLatin1String("bytes"))
+        return text.isNull() ? QByteArray() : text.isEmpty() ? QByteArray("") : text.toLatin1();
     return text.isNull() && roh.isEmpty() ? QLatin1String("") : text;
 }
 
@@ -109,10 +111,9 @@ void laden(const char *name)
         if (typen.isEmpty()) {
             for (const QString &spalte : zellen) {
                 typen << spalte.section(QLatin1Char(':'), 1);
-                const QVariant muster = wert(typen.last(), QStringLiteral("0"));
                 if (typen.size() > 1)
                     QTest::addColumnInternal(
-                        muster.userType(),
+                        typIds.value(typen.last(), QMetaType::QString),
                         namen.emplace_back(spalte.section(':', 0, 0).toLatin1()).constData());
             }
             continue;
