@@ -55,13 +55,13 @@ QString zelle(const QString &roh, bool bytes, int &i, bool inGruppe = false)
     return text;
 }
 
-// An empty cell is an empty text, never a null one: that takes \N.
 const QHash<QString, int> typIds{{"int", QMetaType::Int},
                                  {"bool", QMetaType::Bool},
                                  {"hex", QMetaType::QByteArray},
                                  {"bytes", QMetaType::QByteArray},
                                  {"liste", QMetaType::QStringList}};
 
+// An empty cell is an empty text, never a null one: that takes \N.
 QVariant wert(const QString &typ, const QString &roh)
 {
     // A typo in a number or a flag would quietly turn a case into another one.
